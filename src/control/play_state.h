@@ -1,0 +1,12 @@
+// Where play stands: the game in memory and the main loop's own variables.
+#pragma once
+
+#include "rules/game_record.h"
+
+struct PlayState {
+    GameRecord Record;
+    int CurrentMove = 0;       // number of the shown position, 0 to Record.LastMove
+    int SearchDepth = 0;       // depth of the computer's next search; raised by deepening
+    int ComputerSide = WHITE;  // the colour the computer plays in this game
+    int QuitFlag = 0;          // 1 ends the main loop
+};

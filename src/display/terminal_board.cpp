@@ -1,0 +1,123 @@
+#include "display/terminal_board.h"
+
+#include <array>
+#include <cstdio>
+#include <span>
+
+#include "rules/notation.h"
+#include "support/fatal.h"
+
+namespace {
+
+// Indexed by ScreenColor.
+constexpr std::array<const char*, 17> COLOR_TEXTS = {
+    "30m", "1;31m", "1;32m", "1;33m", "1;34m", "1;35m", "1;36m", "1;37m", "40m",
+    "47m", "41m",   "42m",   "43m",   "44m",   "45m",   "46m",   "0m",
+};
+static_assert(COLOR_TEXTS.size() == RESET_COLORS + 1);
+
+// What a space looks like: the colours sent just before it, and its mark.
+struct Look {
+    std::array<unsigned, 3> Colors;
+    std::size_t NumColors;
+    char Mark;
+};
+constexpr Look WHITE_LOOK = {{FOREGROUND_WHITE}, 1, '+'};
+constexpr Look WHITE_LIFE_LOOK = {{FOREGROUND_YELLOW}, 1, '*'};
+constexpr Look BLACK_LOOK = {{RESET_COLORS, FOREGROUND_BLACK, BACKGROUND_WHITE}, 3, '#'};
+constexpr Look BLACK_LIFE_LOOK = {{FOREGROUND_BLUE}, 1, '@'};
+constexpr Look LIFE_LOOK = {{FOREGROUND_RED}, 1, '%'};
+constexpr Look EMPTY_LOOK = {{FOREGROUND_GREEN, FOREGROUND_BLACK}, 2, '.'};
+constexpr Look FAULTY_LOOK = {{}, 0, '?'};
+
+const Look& LookOf(const Space& space) {
+    switch (space.Owner) {
+    case WHITE:
+        return space.Life != 0 ? WHITE_LIFE_LOOK : WHITE_LOOK;
+    case BLACK:
+        return space.Life != 0 ? BLACK_LIFE_LOOK : BLACK_LOOK;
+    case LIFE:
+        return LIFE_LOOK;
+    case EMPTY:
+        return EMPTY_LOOK;
+    default:
+        PrintError("Error: Position data is faulty !\n");
+        return FAULTY_LOOK;
+    }
+}
+
+void SetColors(std::span<const unsigned> codes) {
+    for (const unsigned code : codes) {
+        SetColor(code);
+    }
+}
+
+// Black on white, the colours of everything but the spaces themselves.
+void SetBoardColors() {
+    SetColors(std::array<unsigned, 3>{RESET_COLORS, FOREGROUND_BLACK, BACKGROUND_WHITE});
+}
+
+void PrintTimes(int count, const char* text) {
+    for (int i = 0; i < count; ++i) {
+        std::fputs(text, stdout);
+    }
+}
+
+void PrintSpace(const Space& space) {
+    const Look& look = LookOf(space);
+    SetColors(std::span(look.Colors).first(look.NumColors));
+    const char mark = GlobCfg.SingleDispCharFlag == 1 ? GlobCfg.SingleDispChar : look.Mark;
+    std::printf("%2i%c", space.Height, mark);
+}
+
+void PrintRow(const Position& position, int y) {
+    SetBoardColors();
+    std::printf("%i", RowNumber(y));
+    PrintTimes(y, "  ");
+    for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
+        if (IsOnBoard(x, y)) {
+            PrintSpace(position.Spaces[x][y]);
+        } else {
+            std::printf("   ");
+        }
+        std::printf(" ");
+    }
+    PrintTimes(GlobCfg.BoardYDim - y - 1, "  ");
+    std::printf(" \n");
+    SetBoardColors();
+}
+
+// The letter of a column stands at the foot of its diagonal.
+void PrintLetterLine() {
+    PrintTimes(GlobCfg.BoardYDim - 1, "  ");
+    std::printf("     ");
+    const int last = GlobCfg.BoardXDim - 1;
+    for (int x = 0; x < last; ++x) {
+        std::printf("%c   ", ColumnLetter(x));
+    }
+    std::printf("%c", ColumnLetter(last));
+}
+
+}  // namespace
+
+void SetColor(unsigned code) {
+    if (code >= COLOR_TEXTS.size()) {
+        ErrorExit("SetColor: Error in calling parameter value\n");
+    }
+    std::printf("\033[%s", COLOR_TEXTS[code]);
+}
+
+void PrintPosition(const Position& position) {
+    std::printf(position.ActivePlayer == WHITE ? "WHITE is moving" : "BLACK is moving");
+    SetColor(BACKGROUND_WHITE);
+    std::printf("\n");
+    for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
+        PrintRow(position, y);
+    }
+    PrintTimes(GlobCfg.BoardXDim, "----");
+    PrintTimes(GlobCfg.BoardYDim - 1, "--");
+    std::printf("--\n");
+    PrintLetterLine();
+    SetColor(RESET_COLORS);
+    std::printf("\n");
+}

@@ -1,0 +1,13 @@
+// The static evaluation of a position of the move phase.
+#pragma once
+
+#include "engine/weights.h"
+#include "rules/position.h"
+
+// Evaluations counted since it was last set to 0: the cost of a search. Stops at INT_HIGHEST.
+extern int EvalCount;
+
+// Writes `Value`, seen from the side to move, and `EndPosition` into `position`, counts one
+// evaluation and draws one random number. Answers the new `EndPosition`: 1 when no tower of either
+// side can move; the value is then 1000 times the stone difference, whatever the weights are.
+int EvaluatePosition(Position& position, const EvalWeights& weights);

@@ -1,0 +1,11 @@
+#include "rules/game_record.h"
+
+#include <cstdio>
+
+bool RecordHasRoom(int moveNumber) {
+    if (moveNumber + 1 < GAME_RECORD_SIZE) {
+        return true;
+    }
+    std::printf("Error: Game record is full!\n");
+    return false;
+}

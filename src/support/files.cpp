@@ -1,0 +1,62 @@
+#include "support/files.h"
+
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "support/fatal.h"
+
+int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode) {
+    file = std::fopen(path.c_str(), accessMode);
+    if (file == nullptr) {
+        std::printf("FileOpen: error: opening file (%s) with AccessMode (%s) failed !\n",
+                    path.c_str(), accessMode);
+        return 1;
+    }
+    return 0;
+}
+
+int FileOpenToRead(const std::string& path, std::FILE*& file) {
+    return FileOpen(path, file, "rb");
+}
+
+int FileOpenToWrite(const std::string& path, std::FILE*& file) {
+    return FileOpen(path, file, "wb");
+}
+
+int FileClose(std::FILE* file) {
+    if (std::fclose(file) != 0) {
+        ErrorExit("FileClose: error: closing of file failed !\n");
+    }
+    return 0;
+}
+
+int FileReadLine(int maxLength, std::string& line, std::FILE* file) {
+    if (!ReadPiece(maxLength, line, file)) {
+        return -1;
+    }
+    const int length = static_cast<int>(line.size());
+    if (length == maxLength && line.back() != '\n') {
+        ErrorExit("FileReadLine: Error: Input line too long (more than %i chars)\n", maxLength);
+    }
+    return length;
+}
+
+bool ReadPiece(int maxLength, std::string& line, std::FILE* file) {
+    line.resize(maxLength + 1);
+    if (std::fgets(line.data(), maxLength + 1, file) == nullptr) {
+        line.clear();
+        return false;
+    }
+    line.resize(std::strlen(line.c_str()));
+    return true;
+}
+
+void EnsureStandardStreams() {
+    for (int descriptor = 0; descriptor <= 2; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) == -1 && open("/dev/null", O_RDWR) != descriptor) {
+            _exit(1);  // there is nowhere left to say why
+        }
+    }
+}

@@ -1,0 +1,28 @@
+// Thin wrappers around text files that report failures in the program's own words.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+// Opens `path` with the mode of `fopen`. Answers 0, or 1 after a line on standard output; `file` is
+// then null and the caller decides how to go on.
+[[nodiscard]] int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode);
+[[nodiscard]] int FileOpenToRead(const std::string& path, std::FILE*& file);
+[[nodiscard]] int FileOpenToWrite(const std::string& path, std::FILE*& file);
+
+// Closes the file; answers 0. A failure ends the process.
+int FileClose(std::FILE* file);
+
+// Reads one line with its line feed into `line` and answers how many characters were read, or -1
+// when nothing is left. A line holds at most maxLength - 1 characters before its line feed; a
+// longer one ends the process. A NUL byte ends the line's text.
+[[nodiscard]] int FileReadLine(int maxLength, std::string& line, std::FILE* file);
+
+// Reads at most maxLength characters, up to and with a line feed, into `line`: one `fgets`. What
+// does not fit is left for the next call. Answers false when nothing is left. A NUL byte ends the
+// line's text.
+[[nodiscard]] bool ReadPiece(int maxLength, std::string& line, std::FILE* file);
+
+// Opens the null device on every standard stream that the process was started without. Otherwise
+// the next file opened would take the stream's place, and the board would be printed into it.
+void EnsureStandardStreams();
