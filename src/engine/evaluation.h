@@ -1,11 +1,16 @@
 // The static evaluation of a position of the move phase.
 #pragma once
 
+#include <cstdint>
+
 #include "engine/weights.h"
 #include "rules/position.h"
 
 // Evaluations counted since it was last set to 0: the cost of a search. Stops at INT_HIGHEST.
 extern int EvalCount;
+
+// Adds to EvalCount.
+void CountEvaluations(std::int64_t number);
 
 // Writes `Value`, seen from the side to move, and `EndPosition` into `position`, counts one
 // evaluation and draws one random number. Answers the new `EndPosition`: 1 when no tower of either

@@ -1,0 +1,38 @@
+#include "engine/evaluation.h"
+
+#include "engine/tally_count.h"
+#include "support/numbers.h"
+#include "support/random.h"
+
+int EvalCount = 0;
+
+namespace {
+
+using namespace TALUREX_KERNEL;
+
+template <typename Set>
+Tallies TalliesOf(const Position& position) {
+    const Geometry<Set>& geometry = CurrentGeometry<Set>();
+    const SearchBoard<Set> board = ToSearchBoard(geometry, position);
+    return CountTallies(geometry, ViewOf(board, true), board.Height);
+}
+
+}  // namespace
+
+int EvaluatePosition(Position& position, const EvalWeights& weights) {
+    const Tallies tallies =
+        IsSmallBoard() ? TalliesOf<SmallSet>(position) : TalliesOf<LargeSet>(position);
+    const double random = RandomReal();
+    position.EndPosition = tallies.Mobility == 0 ? 1 : 0;
+    const double value = position.EndPosition != 0 ? FinalValue(tallies)
+                                                   : WeightedSum(tallies, OrderWeights(weights)) +
+                                                         weights.Random * random;
+    position.Value = position.ActivePlayer == BLACK ? -value : value;
+    CountEvaluations(1);
+    return position.EndPosition;
+}
+
+void CountEvaluations(std::int64_t number) {
+    const std::int64_t sum = EvalCount + number;
+    EvalCount = static_cast<int>(sum < INT_HIGHEST ? sum : INT_HIGHEST);
+}

@@ -1,0 +1,281 @@
+#include "engine/search_kernel.h"
+
+#include <array>
+#include <memory>
+
+#include "engine/kernel_build.h"
+#include "engine/lifting.h"
+#include "engine/search.h"
+#include "engine/search_table.h"
+#include "support/fatal.h"
+#include "support/random.h"
+
+namespace TALUREX_KERNEL {
+namespace {
+
+// A move as the search sees it.
+struct Step {
+    int Source = 0;
+    int Target = 0;
+    int Direction = 0;
+};
+
+template <typename Set>
+struct Child {
+    Step Way;
+    Set Dead = 0;
+    Tallies Sums;
+};
+
+// The children of the node that is searched at one remaining depth. A node only writes the level of
+// its own depth, so a whole search needs one level for each.
+template <typename Set>
+struct Level {
+    std::array<Child<Set>, MAX_MOVES> Children;
+    std::array<double, MAX_MOVES> Values;  // static values, seen from the side to move in the child
+    std::array<int, MAX_MOVES> Order;
+};
+
+// What outlives a search, so that none allocates: the levels are made when first needed.
+template <typename Set>
+struct Workspace {
+    std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;
+    SearchTable<Set> Table;
+};
+
+// The values seen so far at a node, against its bound.
+struct BestSoFar {
+    double Value = LOW_INIT_VALUE;
+    Step Way;
+    double CutValue = HIGH_INIT_VALUE;  // the value that reached the bound
+    bool IsCutOff = false;
+    bool HasMove = false;
+
+    // Takes in the value of one more move. Answers false when it reaches the bound.
+    bool Take(double value, const Step& way, double treshold) {
+        HasMove = true;
+        if (value >= treshold) {
+            IsCutOff = true;
+            CutValue = value;
+            return false;
+        }
+        if (value > Value) {
+            Value = value;
+            Way = way;
+        }
+        return true;
+    }
+
+    // What the search of the node returns.
+    [[nodiscard]] double Result() const { return IsCutOff ? LOW_INIT_VALUE : -Value; }
+};
+
+template <typename Set>
+struct Search {
+    const Geometry<Set>& Shape;
+    Workspace<Set>& Space;
+    TallyWeights Weights;
+    double RandomWeight;
+    bool WithEnemies;  // the weights ask for the targets that the other side owns
+    std::int64_t NumEvaluations = 0;
+    std::int64_t NumDraws = 0;  // draws that are still owed to the random generator
+    bool IsExact = true;        // no line has ended but in an end position
+
+    // Counts an evaluation and answers its value, seen from the side to move, here `player`.
+    double Evaluate(const Tallies& tallies, int player) {
+        ++NumEvaluations;
+        double random = 0.0;
+        if (RandomWeight != 0.0) {
+            random = RandomReal();
+        } else {
+            ++NumDraws;  // what is drawn does not matter, only that it is drawn
+        }
+        const double value = tallies.Mobility == 0
+                                 ? FinalValue(tallies)
+                                 : WeightedSum(tallies, Weights) + RandomWeight * random;
+        return player == BLACK ? -value : value;
+    }
+
+    // Calls `visit(lifted, step)` for every move, in generation order, as long as it answers true.
+    template <typename Visit>
+    void ForEachMove(const SearchBoard<Set>& board, const Tallies& tallies, Visit visit) {
+        for (Set movers = board.Owned[board.ActivePlayer] & ~board.Enclosed; movers != 0;) {
+            const int source = TakeFirst(movers);
+            const int row = ReachRow(board.Height[source]);
+            if ((Shape.Reached[source][row] & board.Occupied) == 0) {
+                continue;
+            }
+            const LiftedBoard<Set> lifted = LiftTower(Shape, board, tallies, source, WithEnemies);
+            const auto& targets = Shape.Target[source][row];
+            for (int d = 0; d < NUM_DIRECTIONS; ++d) {
+                if (Has(board.Occupied, targets[d]) &&
+                    !visit(lifted, Step{source, targets[d], d})) {
+                    return;
+                }
+            }
+        }
+    }
+
+    // A node of depth 0: its children are judged by their static values, one by one, so that a
+    // cut-off saves the rest.
+    BestSoFar SearchLeaves(const SearchBoard<Set>& board, const Tallies& tallies, double treshold) {
+        BestSoFar best;
+        const int opponent = OtherColor(board.ActivePlayer);
+        ForEachMove(board, tallies, [&](const LiftedBoard<Set>& lifted, const Step& way) {
+            const Tallies sums =
+                TalliesAfter(Shape, board, lifted, way.Source, way.Target, WithEnemies);
+            const double value = -Evaluate(sums, opponent);
+            IsExact = IsExact && sums.Mobility == 0;
+            return best.Take(value, way, treshold);
+        });
+        return best;
+    }
+
+    // Makes and evaluates every child of a deeper node. Answers their number.
+    int ExpandNode(const SearchBoard<Set>& board, const Tallies& tallies, Level<Set>& level) {
+        int count = 0;
+        const int opponent = OtherColor(board.ActivePlayer);
+        ForEachMove(board, tallies, [&](const LiftedBoard<Set>& lifted, const Step& way) {
+            Child<Set>& child = level.Children[count];
+            child.Way = way;
+            child.Dead = DeadAfter(lifted, way.Target);
+            child.Sums = TalliesAfter(Shape, board, lifted, way.Source, way.Target, WithEnemies);
+            level.Values[count] = Evaluate(child.Sums, opponent);
+            ++count;
+            return true;
+        });
+        return count;
+    }
+
+    BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
+                             Level<Set>& level, int count) {
+        SortPositions(count, level.Values.data(), level.Order.data());
+        BestSoFar best;
+        for (int i = 0; i < count; ++i) {
+            const int k = level.Order[i];
+            const Child<Set>& child = level.Children[k];
+            double value = -level.Values[k];
+            if (child.Sums.Mobility != 0) {
+                const SearchBoard<Set> next =
+                    MakeChild(Shape, board, child.Way.Source, child.Way.Target, child.Dead);
+                value = SearchNode(next, child.Sums, level.Values[k], depth - 1, -best.Value);
+            }
+            if (!best.Take(value, child.Way, treshold)) {
+                break;
+            }
+        }
+        return best;
+    }
+
+    Level<Set>& LevelOf(int depth) {
+        std::unique_ptr<Level<Set>>& level = Space.Levels[depth];
+        if (level == nullptr) {
+            level.reset(new (std::nothrow) Level<Set>);
+            if (level == nullptr) {
+                ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
+            }
+        }
+        return *level;
+    }
+
+    // A side without a move passes; behind it the search goes on with the open bound. With no depth
+    // left, the static value of the position stands.
+    double SearchPass(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
+                      int depth) {
+        if (tallies.Mobility == 0) {
+            ErrorExit("GetBestMove: Calling Error! No move left\n");
+        }
+        if (depth == 0) {
+            IsExact = false;
+            return -staticValue;
+        }
+        SearchBoard<Set> passed = board;
+        passed.ActivePlayer = OtherColor(board.ActivePlayer);
+        return -SearchNode(passed, tallies, -staticValue, depth - 1, HIGH_INIT_VALUE);
+    }
+
+    BestSoFar SearchMoves(const SearchBoard<Set>& board, const Tallies& tallies, int depth,
+                          double treshold, int& numMoves) {
+        if (depth == 0) {
+            return SearchLeaves(board, tallies, treshold);
+        }
+        Level<Set>& level = LevelOf(depth);
+        numMoves = ExpandNode(board, tallies, level);
+        return numMoves == 0 ? BestSoFar{}
+                             : SearchChildren(board, depth, treshold, level, numMoves);
+    }
+
+    SearchOutcome SearchAnew(const SearchBoard<Set>& board, const Tallies& tallies,
+                             double staticValue, int depth, double treshold) {
+        const std::int64_t before = NumEvaluations;
+        int numMoves = 0;
+        const BestSoFar best = SearchMoves(board, tallies, depth, treshold, numMoves);
+        const double value =
+            best.HasMove ? best.Result() : SearchPass(board, tallies, staticValue, depth);
+        return {value, best.Value, best.CutValue, NumEvaluations - before, false};
+    }
+
+    // The value of a node for the side that moved into it, or LOW_INIT_VALUE when one of its moves
+    // reached the bound.
+    double SearchNode(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
+                      int depth, double treshold) {
+        // A leaf's children are found sooner than the table's entry; and a random term makes every
+        // visit of a node a different one.
+        if (depth == 0 || RandomWeight != 0.0) {
+            return SearchAnew(board, tallies, staticValue, depth, treshold).Value;
+        }
+        const auto key = Space.Table.KeyOf(board, depth);
+        auto& slot = Space.Table.Slot(key);
+        const SearchOutcome& known = slot.Outcome;
+        if (slot.Node == key && treshold > known.Above && treshold <= known.UpTo) {
+            NumEvaluations += known.NumEvaluations;
+            NumDraws += known.NumEvaluations;
+            IsExact = IsExact && known.IsExact;
+            return known.Value;
+        }
+        const bool wasExact = IsExact;
+        IsExact = true;
+        SearchOutcome outcome = SearchAnew(board, tallies, staticValue, depth, treshold);
+        outcome.IsExact = IsExact;
+        slot.Node = key;
+        slot.Outcome = outcome;
+        IsExact = IsExact && wasExact;
+        return outcome.Value;
+    }
+};
+
+template <typename Set>
+KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights) {
+    static Workspace<Set> workspace;
+    const Geometry<Set>& shape = CurrentGeometry<Set>();
+    const bool withEnemies = weights.MovesToEnemy != EvalWeights::ByFree{};
+    const SearchBoard<Set> board = ToSearchBoard(shape, position);
+    const Tallies tallies = CountTallies(shape, ViewOf(board, withEnemies), board.Height);
+
+    workspace.Table.BeginSearch();
+    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies};
+    KernelResult result;
+    const BestSoFar best =
+        search.SearchMoves(board, tallies, depth, HIGH_INIT_VALUE, result.NumMoves);
+    result.Value = best.Result();
+    result.BestValue = best.Value;
+    result.CutValue = best.CutValue;
+    result.WasCutOff = best.IsCutOff;
+    result.HasMove = best.HasMove;
+    result.BestMove.Column = shape.Column[best.Way.Source];
+    result.BestMove.Row = shape.Row[best.Way.Source];
+    result.BestMove.Direction = best.Way.Direction;
+    result.IsExact = search.IsExact;
+    result.NumEvaluations = search.NumEvaluations;
+    result.NumDraws = search.NumDraws;
+    return result;
+}
+
+}  // namespace
+
+KernelResult SearchPosition(const Position& position, int depth, const EvalWeights& weights) {
+    return IsSmallBoard() ? SearchOn<SmallSet>(position, depth, weights)
+                          : SearchOn<LargeSet>(position, depth, weights);
+}
+
+}  // namespace TALUREX_KERNEL
