@@ -7,10 +7,18 @@
 #include "rules/moves.h"
 #include "rules/position.h"
 
+// What kind of turn a position asks for.
+enum class Turn { Placement, TowerMove, Pass };
+
 // Chooses and makes the computer's placement, tower move or pass in `position`, which may be in any
-// phase but not an end position: `next` becomes the position behind it, valued by the search from
-// the view of its side to move, `move` the entry for the record (a pass leaves it alone), and
-// `message` one line to print. `depth` is that of the search, 0 to MAX_SEARCH_DEPTH. The search
-// also notes in `position` whether its value is exact. Answers how many choices there were.
+// phase but not an end position. `next` becomes the position behind it, valued by the search from
+// the view of its side to move; `move` receives the choice (a pass leaves it alone). `depth` is
+// that of the search, 0 to MAX_SEARCH_DEPTH. The search also notes in `position` whether its value
+// is exact. Answers what kind of turn it was.
+Turn MakeComputerTurn(Position& position, int depth, const EvalWeights& weights, Position& next,
+                      Move& move);
+
+// The same with one line about it in `message`, to be printed. Answers how many choices there were:
+// empty spaces in the setup phase, else moves.
 int DoComputerMove(Position& position, int depth, const EvalWeights& weights, Position& next,
                    std::string& message, Move& move);

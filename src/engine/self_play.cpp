@@ -1,0 +1,219 @@
+#include "engine/self_play.h"
+
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+
+#include "engine/computer.h"
+#include "engine/evaluation.h"
+#include "rules/referee.h"
+#include "rules/setup.h"
+#include "support/numbers.h"
+#include "support/random.h"
+
+namespace {
+
+constexpr int SELF_PLAY_DEPTH = 1;
+constexpr int BATTLE_PAIRS = 50;
+
+// The fields that tuning changes, in the order of the record, as its lines name them.
+constexpr std::array<const char*, 16> TUNABLE_NAMES = {
+    "Towers[0][0]=",    "Towers[0][1]=",    "Towers[1][0]=",     "Towers[1][1]=",
+    "Moves[0][0] =",    "Moves[0][1] =",    "Moves[1][0] =",     "Moves[1][1] =",
+    "Score[0][0] =",    "Score[0][1] =",    "Score[1][0] =",     "Score[1][1] =",
+    "MovesToLife[0] =", "MovesToLife[1] =", "MovesToEnemy[0] =", "MovesToEnemy[1] =",
+};
+constexpr int NUM_TUNABLE = static_cast<int>(TUNABLE_NAMES.size());
+using TunableValues = std::array<double, NUM_TUNABLE>;
+
+double& Tunable(EvalWeights& weights, int i) {
+    const int group = i / 4;
+    if (group == 3) {
+        return i % 4 < 2 ? weights.MovesToLife[i % 2] : weights.MovesToEnemy[i % 2];
+    }
+    const std::array<EvalWeights::ByFreeAndLife*, 3> groups = {&weights.Towers, &weights.Moves,
+                                                               &weights.Score};
+    return (*groups[group])[i / 2 % 2][i % 2];
+}
+
+constexpr TunableValues MATCH_PLAYER_1 = {1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
+                                          1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.0, 0.0};
+constexpr TunableValues MATCH_PLAYER_2 = {
+    -0.079678, -0.003822, -0.020655, 0.178169, 0.131626,  -0.031337, 0.100233, 0.017182,
+    -0.0032,   -0.077848, 0.031144,  0.079221, -0.139505, 0.10638,   0.0,      0.0};
+constexpr TunableValues TUNING_START = {-1.0, -1.0, -1.0, -1.0, -1.0, -1.0, -1.0, -1.0,
+                                        -1.0, -1.0, -1.0, -1.0, -1.0, -1.0, -1.0, -1.0};
+constexpr TunableValues TUNING_REFERENCE = {1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
+                                            1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0};
+
+// A built-in set: the given values, and for the rest those of full strength.
+EvalWeights BuiltInWeights(const TunableValues& values) {
+    EvalWeights weights;
+    SetLevel(FULL_STRENGTH_LEVEL, weights);
+    for (int i = 0; i < NUM_TUNABLE; ++i) {
+        Tunable(weights, i) = values[i];
+    }
+    return weights;
+}
+
+[[gnu::format(printf, 1, 2)]] void PrintAndFlush(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vprintf(format, arguments);
+    va_end(arguments);
+    std::fflush(stdout);
+}
+
+// Plays one game from `start` and answers the final stone lead of the beginner, who plays WHITE.
+int PlayGame(const ABWeightPair& players, int beginner, const Position& start, int depth) {
+    std::array<Position, 2> slots = {start, start};
+    int slot = beginner;    // where the position to move in stands
+    int player = beginner;  // who moves in it
+    Move move;
+    while (!IsEndPosition(slots[slot])) {
+        const int other = 1 - slot;
+        MakeComputerTurn(slots[slot], depth, players[player], slots[other], move);
+        // The side that makes the last placement may also make the first move.
+        if (slots[other].ActivePlayer != slots[slot].ActivePlayer) {
+            player = 1 - player;
+        }
+        slot = other;
+    }
+    Position& end = slots[slot];
+    end.ActivePlayer = WHITE;
+    EvaluatePosition(end, players[slot]);
+    return static_cast<int>(end.Value) / 1000;
+}
+
+// How a match stands, as player 1 sees it.
+struct Tally {
+    int TotalScore = 0;   // final stone leads
+    int MatchPoints = 0;  // 2 for a win, 1 for a draw
+
+    // Takes in a game that ended with the given lead of WHITE.
+    void Take(int lead, bool playerOneIsWhite) {
+        const int ownLead = playerOneIsWhite ? lead : -lead;
+        TotalScore += ownLead;
+        MatchPoints += 1 + Sign(ownLead);
+    }
+};
+
+void PrintTally(const char* heading, const Tally& tally, int numPairs) {
+    PrintAndFlush("%sPlayer 1: Total Score: %i, MatchScore: %0.1f/%i\n", heading, tally.TotalScore,
+                  tally.MatchPoints / 2.0, 2 * numPairs);
+}
+
+// The step sizes and probabilities of the mutations. They shrink from cycle to cycle.
+struct Mutation {
+    double Probability = 1.0;
+    double Intensity = 1.0;
+    double InversionProbability = 0.25;
+
+    void Decay() {
+        constexpr double DECAY = 0.995;
+        constexpr double LEAST_PROBABILITY = 0.1;
+        Probability *= DECAY;
+        InversionProbability *= DECAY;
+        Intensity *= DECAY;
+        if (Probability < LEAST_PROBABILITY) {
+            Probability = LEAST_PROBABILITY;
+        }
+    }
+};
+
+// A mutated copy of `best`, scaled so that the absolute values of its tunable fields add up to 1.
+EvalWeights MakeCandidate(const EvalWeights& best, const Mutation& mutation) {
+    constexpr double LEAST_SUM = 0.00001;
+    EvalWeights candidate = best;
+    double sum = 0.0;
+    for (int i = 0; i < NUM_TUNABLE; ++i) {
+        double& weight = Tunable(candidate, i);
+        if (RandomReal() < mutation.Probability) {
+            weight = weight + (1 - 2 * RandomReal()) * mutation.Intensity;
+        }
+        if (RandomReal() < mutation.InversionProbability) {
+            weight = -weight;
+        }
+        sum += std::fabs(weight);
+    }
+    if (sum < LEAST_SUM) {
+        PrintAndFlush("WARNING !!! TmpSum has value: %f !\n", sum);
+        sum = LEAST_SUM;
+    }
+    for (int i = 0; i < NUM_TUNABLE; ++i) {
+        Tunable(candidate, i) /= sum;
+    }
+    return candidate;
+}
+
+// Plays the match of the best set (player 1) against a candidate. Answers whether the candidate won
+// it outright.
+bool CandidateWins(const ABWeightPair& players, int numPairs, int margin, int depth, Tally& tally) {
+    bool isLost = false;
+    int pair = 0;
+    for (; pair < numPairs && !isLost; ++pair) {
+        Position start;
+        GenerateEmptyStartPosition(start);
+        for (int game = 0; game < 2; ++game) {
+            tally.Take(PlayGame(players, game, start, depth), game == 0);
+            isLost = isLost || tally.MatchPoints / 2 - pair - game >= margin + 1;
+        }
+    }
+    PrintTally("", tally, pair);
+    return !isLost && tally.MatchPoints < 2 * numPairs;
+}
+
+void PrintNewBest(EvalWeights& best) {
+    PrintAndFlush("New best weights\n");
+    for (int i = 0; i < NUM_TUNABLE; ++i) {
+        PrintAndFlush("ABWeights[1].%s %f;\n", TUNABLE_NAMES[i], Tunable(best, i));
+    }
+    PrintAndFlush("------------------------------------------------------------------------\n");
+}
+
+}  // namespace
+
+void PlayMatch() {
+    AutoBattle({BuiltInWeights(MATCH_PLAYER_1), BuiltInWeights(MATCH_PLAYER_2)}, BATTLE_PAIRS,
+               SELF_PLAY_DEPTH);
+}
+
+void TuneWeights() {
+    constexpr int MATCH_PAIRS = 10;
+    constexpr int MARGIN = 3;
+    AutoOptimize(BuiltInWeights(TUNING_START), MATCH_PAIRS, MARGIN, SELF_PLAY_DEPTH);
+}
+
+void AutoBattle(const ABWeightPair& players, int numPairs, int depth) {
+    Tally tally;
+    for (int pair = 0; pair < numPairs; ++pair) {
+        Position start;
+        GenerateEmptyStartPosition(start);
+        for (int game = 0; game < 2; ++game) {
+            tally.Take(PlayGame(players, game, start, depth), game == 0);
+        }
+    }
+    PrintTally("AUTOBATTLE: ", tally, numPairs);
+}
+
+void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth) {
+    EvalWeights best = start;
+    Mutation mutation;
+    for (int cycle = 1;; ++cycle) {
+        mutation.Decay();
+        PrintAndFlush("evol-pars: MP:%f, MI:%f, IP:%f\n", mutation.Probability, mutation.Intensity,
+                      mutation.InversionProbability);
+        if (cycle % 100 == 0) {
+            PrintAndFlush("cycle: %i\n", cycle);
+        }
+        const EvalWeights candidate = MakeCandidate(best, mutation);
+        Tally tally;
+        if (!CandidateWins({best, candidate}, numPairs, margin, depth, tally)) {
+            continue;
+        }
+        best = candidate;
+        PrintTally("", tally, numPairs);
+        AutoBattle({BuiltInWeights(TUNING_REFERENCE), best}, BATTLE_PAIRS, SELF_PLAY_DEPTH);
+        PrintNewBest(best);
+    }
+}

@@ -1,0 +1,26 @@
+// The computer against itself: matches that compare two sets of weights, and the search for better
+// ones. Every line is flushed as it is printed, so that a run can be watched through a pipe and
+// interrupted at any time.
+#pragma once
+
+#include <array>
+
+#include "engine/weights.h"
+
+// The two players of a match.
+using ABWeightPair = std::array<EvalWeights, 2>;
+
+// The match mode: one match of 100 games between the two built-in sets.
+void PlayMatch();
+
+// The tuning mode: never ends by itself.
+[[noreturn]] void TuneWeights();
+
+// Plays `numPairs` pairs of games, in each of which both players begin once, with searches of the
+// given depth, and prints the result as player 1 sees it.
+void AutoBattle(const ABWeightPair& players, int numPairs, int depth);
+
+// Looks for better weights than `start`, from generation to generation: the best set so far is
+// mutated, and the candidate takes its place when it wins a match of up to `numPairs` pairs
+// outright. A match ends early, behind a pair, once the best set leads by more than `margin` wins.
+[[noreturn]] void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth);
