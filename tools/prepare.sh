@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by ./play and ./check: gets a machine ready and builds a preset. To be sourced from the
 # project's folder. Nothing here writes to standard output, which belongs to the game, or reads
 # standard input, which may hold its moves.
