@@ -61,7 +61,8 @@ bool ReadHead(std::string_view text, BoardText& board) {
 bool ReadRows(std::string_view text, BoardText& board) {
     const int oldXDim = GlobCfg.BoardXDim;
     const int oldYDim = GlobCfg.BoardYDim;
-    UseBoardSize(board);
+    GlobCfg.BoardXDim = board.BoardXDim;
+    GlobCfg.BoardYDim = board.BoardYDim;
     bool good = true;
     for (int y = 0; y < board.BoardYDim; ++y) {
         good = good && ReadRow(TakeField(text, ';'), y, board.Board);
@@ -125,7 +126,12 @@ std::string WriteBoardText(std::string_view name, const Position& position) {
     return text;
 }
 
-void UseBoardSize(const BoardText& board) {
-    GlobCfg.BoardXDim = board.BoardXDim;
-    GlobCfg.BoardYDim = board.BoardYDim;
+void UseBoard(const BoardText& board) {
+    UseBoard(board.BoardXDim, board.BoardYDim);
+}
+
+void UseBoard(int columns, int rows) {
+    SetDefaultConfiguration();
+    GlobCfg.BoardXDim = columns;
+    GlobCfg.BoardYDim = rows;
 }

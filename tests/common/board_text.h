@@ -35,5 +35,7 @@ struct BoardText {
 // same record.
 [[nodiscard]] std::string WriteBoardText(std::string_view name, const Position& position);
 
-// Makes the size of this board the current one.
-void UseBoardSize(const BoardText& board);
+// Sets every setting to its default and the size of the board to that of `board`, or to the one
+// given.
+void UseBoard(const BoardText& board);
+void UseBoard(int columns, int rows);
