@@ -1,11 +1,15 @@
 #include "control/main_loop.h"
 
 #include <cstdio>
-#include <string>
 
+#include "control/command_table.h"
+#include "control/game_commands.h"
+#include "control/gui_switch.h"
 #include "control/human_moves.h"
-#include "control/play_state.h"
-#include "display/terminal_board.h"
+#include "control/interpreter.h"
+#include "display/gui_link.h"
+#include "engine/computer.h"
+#include "engine/evaluation.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
@@ -22,17 +26,17 @@ void StartPlay(PlayState& state) {
     state.ComputerSide = GlobCfg.ComputerColor == 2 ? RandomInt(2) : GlobCfg.ComputerColor;
     std::printf(GlobCfg.SetupMode == 1 ? "Using random setup\n" : "Using normal setup\n");
     GenerateStartPosition(state.Record.PositionList[0]);
-    std::printf("\n");
-    PrintPosition(state.Record.PositionList[0]);
+    ShowPosition(state);
+    if (GlobCfg.Gui != 0) {
+        GUIPrintPosition(state.Record, 0);
+    }
 }
 
-// Makes the ply that was just written behind the shown position the last one of the game, and shows
-// the position it led to.
-void AdvanceAndShow(PlayState& state) {
-    ++state.CurrentMove;
-    state.Record.LastMove = state.CurrentMove;
-    std::printf("\n");
-    PrintPosition(state.Record.PositionList[state.CurrentMove]);
+bool ComputerIsToMove(const PlayState& state) {
+    const int side = state.Record.PositionList[state.CurrentMove].ActivePlayer;
+    return GlobCfg.GameRunFlag == 1 &&
+           (GlobCfg.NumHumanPlayers == 0 ||
+            (GlobCfg.NumHumanPlayers == 1 && side == state.ComputerSide));
 }
 
 void StopAtEnd(const PlayState& state) {
@@ -41,6 +45,49 @@ void StopAtEnd(const PlayState& state) {
         GlobCfg.GameRunFlag = 0;
         PrintScore(position);
     }
+}
+
+// What the computer's search found out about the position that its move led to.
+void PrintStatus(const Position& position, int depth) {
+    if (position.ExactValue != 0) {
+        // Towards zero: less than a whole stone is none.
+        std::printf("ExactValue: %i  (Depth: %i, Positions: %i)\n",
+                    static_cast<int>(position.Value) / 1000, depth, EvalCount);
+    } else {
+        std::printf("Value: %f (Depth %i, Positions: %i)\n", position.Value, depth, EvalCount);
+    }
+}
+
+// Makes the computer's move, deeper and deeper until a search has used up its budget; only the last
+// attempt stands. The next move begins at the depth that was reached. Answers the line to print.
+std::string SearchAndMove(PlayState& state, const EvalWeights& weights) {
+    const int budget = SearchBudget(GlobCfg.ComputerLevel);
+    const int n = state.CurrentMove;
+    Position& next = state.Record.PositionList[n + 1];
+    std::string message;
+    for (;; ++state.SearchDepth) {
+        EvalCount = 0;
+        DoComputerMove(state.Record.PositionList[n], state.SearchDepth, weights, next, message,
+                       state.Record.MoveList[n]);
+        const bool cheap = EvalCount >= 1 && EvalCount < budget;
+        if (!cheap || state.SearchDepth >= MAX_SEARCH_DEPTH || next.ExactValue != 0) {
+            return message;
+        }
+    }
+}
+
+void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
+    if (!RecordHasRoom(state.CurrentMove)) {
+        GlobCfg.GameRunFlag = 0;  // or the same turn would come again for ever
+        return;
+    }
+    const std::string message = SearchAndMove(state, weights);
+    std::fputs(message.c_str(), stdout);
+    AdvanceAndShow(state);
+    if (GlobCfg.PrintStatusFlag != 0) {
+        PrintStatus(state.Record.PositionList[state.CurrentMove], state.SearchDepth);
+    }
+    StopAtEnd(state);
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
@@ -71,17 +118,37 @@ bool PromptForLine(const PlayState& state, std::string& line) {
 
 }  // namespace
 
-void MainControl() {
+void DoLine(PlayState& state, std::string line, EvalWeights& weights) {
+    if (line.starts_with('/') || GlobCfg.GameRunFlag == 0) {
+        const CommandId id = GetCommand(line);
+        ExecuteCommand(id, line, state, weights);
+    } else {
+        DoMoveLine(state, line);
+    }
+}
+
+void EndCycle(const PlayState& state) {
+    if (IsEndPosition(state.Record.PositionList[state.CurrentMove])) {
+        GlobCfg.GameRunFlag = 0;
+    }
+    if (GlobCfg.Gui != 0) {
+        GUIPrintPosition(state.Record, state.CurrentMove);
+    }
+}
+
+void MainControl(EvalWeights& weights) {
     PlayState state;
     StartPlay(state);
     std::string line;
     while (state.QuitFlag == 0) {
-        if (!PromptForLine(state, line)) {
+        if (ComputerIsToMove(state)) {
+            DoComputerTurn(state, weights);
+        } else if (PromptForLine(state, line)) {
+            DoLine(state, line, weights);
+        } else {
+            CloseGui();
             return;
         }
-        DoMoveLine(state, line);
-        if (IsEndPosition(state.Record.PositionList[state.CurrentMove])) {
-            GlobCfg.GameRunFlag = 0;
-        }
+        EndCycle(state);
     }
 }

@@ -1,0 +1,81 @@
+#include "control/file_commands.h"
+
+#include <cstdio>
+
+#include "config/board_settings.h"
+#include "control/help.h"
+#include "display/terminal_board.h"
+#include "gamefiles/game_log.h"
+#include "gamefiles/saved_game.h"
+#include "rules/notation.h"
+#include "support/text.h"
+
+namespace {
+
+constexpr const char* DEFAULT_GAME_NAME = "quicksave";
+constexpr const char* GAME_EXTENSION = ".tlx";
+
+// The file that the argument of load and save names.
+std::string GameFileName(const std::string& argument) {
+    std::string name(ScanWord(argument));
+    if (name.empty()) {
+        name = DEFAULT_GAME_NAME;
+    }
+    AddExtensionToString(name, GAME_EXTENSION);
+    return name;
+}
+
+// Goes to the end of a game that has just been taken over.
+void ShowLastPosition(PlayState& state) {
+    state.CurrentMove = state.Record.LastMove;
+    state.SearchDepth = 0;
+    PrintPosition(state.Record.PositionList[state.CurrentMove]);
+    PrintScore(state.Record.PositionList[state.CurrentMove]);
+}
+
+}  // namespace
+
+void DoLoad(const std::string& argument, PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("A game is running! Stop it before loading a game!\n");
+        return;
+    }
+    const std::string name = GameFileName(argument);
+    std::printf("Loading game from file: \"%s\"!\n", name.c_str());
+    if (LoadGame(name, state.Record) != 0) {
+        std::printf("Loading game failed!\n");
+        return;
+    }
+    std::printf("loading game was successful.\n");
+    ShowLastPosition(state);
+}
+
+void DoSave(const std::string& argument, const PlayState& state) {
+    const std::string name = GameFileName(argument);
+    std::printf("Saving current game in file: \"%s\"!\n", name.c_str());
+    if (SaveGame(state.Record, name) != 0) {
+        std::printf("Saving game failed!\n");
+        return;
+    }
+    std::printf("Saving game was successful.\n");
+}
+
+void DoImport(const std::string& argument, PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("A game is running! Stop it before importing a game!\n");
+        return;
+    }
+    if (argument.empty()) {
+        PrintUsageError(COMMAND_IMPORT);
+        return;
+    }
+    const BoardSettings before = GetBoardSettings();
+    SetBoardSettings(DEFAULT_BOARD);
+    if (ImportGame(argument, state.Record) != 0) {
+        std::printf("Importing game from file \"%s\" failed!\n", argument.c_str());
+        SetBoardSettings(before);
+        return;
+    }
+    ShowLastPosition(state);
+    std::printf("\nGame was successfully imported.\n");
+}

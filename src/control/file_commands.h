@@ -1,0 +1,14 @@
+// Commands that read and write game files. A game in memory is replaced as a whole or not at all.
+#pragma once
+
+#include <string>
+
+#include "control/play_state.h"
+
+// Replaces the stopped game by one from a saved-game file and shows its last position.
+void DoLoad(const std::string& argument, PlayState& state);
+
+void DoSave(const std::string& argument, const PlayState& state);
+
+// Replaces the stopped game by one from a game log and shows its last position.
+void DoImport(const std::string& argument, PlayState& state);

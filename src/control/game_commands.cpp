@@ -1,0 +1,203 @@
+#include "control/game_commands.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+#include "config/glob_cfg.h"
+#include "control/gui_switch.h"
+#include "control/help.h"
+#include "control/human_moves.h"
+#include "display/terminal_board.h"
+#include "engine/report.h"
+#include "rules/referee.h"
+#include "rules/setup.h"
+#include "support/numbers.h"
+#include "support/random.h"
+#include "support/text.h"
+
+namespace {
+
+// Shows the position `distance` plies on, or the end of the game in that direction. The distance of
+// a user may be any number, and its opposite: 64 bits hold every sum.
+void Walk(std::int64_t distance, PlayState& state) {
+    const std::int64_t moveNumber = state.CurrentMove + distance;
+    GlobCfg.GameRunFlag = 0;
+    state.CurrentMove =
+        static_cast<int>(std::clamp<std::int64_t>(moveNumber, 0, state.Record.LastMove));
+    state.SearchDepth = 0;
+    ShowPosition(state);
+}
+
+void BeginNewGame(PlayState& state) {
+    GenerateStartPosition(state.Record.PositionList[0]);
+    state.CurrentMove = 0;
+    state.Record.LastMove = 0;
+    state.SearchDepth = 0;
+    GlobCfg.GameRunFlag = 1;
+}
+
+// Reads what the evaluate command is to search with. Answers false when it is no number.
+bool ReadReportNumber(ReportMode mode, const std::string& argument, int searchDepth, int& number) {
+    if (argument.empty()) {
+        number = mode == ReportMode::Depth ? searchDepth : GlobCfg.ComputerLevel;
+        return true;
+    }
+    const std::optional<int> given = ReadInt(argument);
+    if (!given) {
+        return false;
+    }
+    number = Max(0, *given);
+    if (mode == ReportMode::Depth && number > MAX_SEARCH_DEPTH) {
+        std::printf("Maximum depth is %i!\n", MAX_SEARCH_DEPTH);
+        number = MAX_SEARCH_DEPTH;
+    }
+    return true;
+}
+
+}  // namespace
+
+void ShowPosition(const PlayState& state) {
+    std::printf("\n");
+    PrintPosition(state.Record.PositionList[state.CurrentMove]);
+}
+
+void AdvanceAndShow(PlayState& state) {
+    ++state.CurrentMove;
+    state.Record.LastMove = state.CurrentMove;
+    ShowPosition(state);
+}
+
+void DoUndo(PlayState& state) {
+    if (state.CurrentMove < 2) {
+        std::printf("There is nothing to undo!\n");
+        return;
+    }
+    const auto& positions = state.Record.PositionList;
+    const int begin = state.CurrentMove;
+    state.CurrentMove -= 2;
+    // WHITE makes the last of an odd number of placements and the first move as well.
+    if (positions[state.CurrentMove].SetupPhase == 1 && positions[begin].SetupPhase == 0 &&
+        GlobCfg.BoardXDim * GlobCfg.BoardYDim % 2 == 1) {
+        --state.CurrentMove;
+    }
+    state.SearchDepth = 0;
+    ShowPosition(state);
+}
+
+void DoBack(const std::string& argument, PlayState& state) {
+    Walk(-static_cast<std::int64_t>(ReadInt(argument).value_or(1)), state);
+}
+
+void DoForward(const std::string& argument, PlayState& state) {
+    Walk(ReadInt(argument).value_or(1), state);
+}
+
+void DoStart(const PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("game is already started!");  // the next prompt follows on the same line
+    } else if (IsEndPosition(state.Record.PositionList[state.CurrentMove])) {
+        std::printf("game cannot be started in an end position!\n");
+    } else {
+        GlobCfg.GameRunFlag = 1;
+    }
+}
+
+void DoCont(PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("game is already running!\n");
+        return;
+    }
+    if (IsEndPosition(state.Record.PositionList[state.Record.LastMove])) {
+        std::printf("game is finished and cannot be continued!\n");
+        return;
+    }
+    state.CurrentMove = state.Record.LastMove;
+    GlobCfg.GameRunFlag = 1;
+    ShowPosition(state);
+}
+
+void DoStop() {
+    if (GlobCfg.GameRunFlag != 1) {
+        std::printf("game is already stopped!\n");
+    }
+    GlobCfg.GameRunFlag = 0;
+}
+
+void DoNew(PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("A game is running! Stop it before creating a new one!\n");
+        return;
+    }
+    BeginNewGame(state);
+    if (GlobCfg.ComputerColor != WHITE && GlobCfg.ComputerColor != BLACK) {
+        state.ComputerSide = RandomInt(2);
+    }
+    ShowPosition(state);
+}
+
+void DoBoardSize(const std::string& argument, PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("A game is running! Stop it before changing boardsize and creating a new one!"
+                    "\n");
+        return;
+    }
+    std::string_view rest = argument;
+    const std::optional<int> x = ScanInt(rest);
+    const std::optional<int> y = ScanInt(rest);
+    if (!x || !y) {
+        PrintUsageError(COMMAND_BOARDSIZE);
+        return;
+    }
+    if (*x < 1 || *x > MAX_BOARD_X_DIM || *y < 1 || *y > MAX_BOARD_Y_DIM) {
+        PrintUsageError(COMMAND_BOARDSIZE);
+        std::printf("x_size: 1-%i\n", MAX_BOARD_X_DIM);
+        std::printf("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
+        return;
+    }
+    GlobCfg.BoardXDim = *x;
+    GlobCfg.BoardYDim = *y;
+    std::printf("Board dimensions changed to (%ix%i).\n", *x, *y);
+    std::printf("A new game was created.\n");
+    BeginNewGame(state);
+    ShowPosition(state);
+}
+
+void DoEvaluate(const std::string& argument, const PlayState& state) {
+    std::string numberText = argument;
+    ReportMode mode = ReportMode::Level;
+    if (argument.starts_with('d') || argument.starts_with('D')) {
+        mode = ReportMode::Depth;
+        numberText.front() = ' ';
+        EatLeadingAndTrailingWhitespace(numberText);
+    }
+    int number = 0;
+    if (!ReadReportNumber(mode, numberText, state.SearchDepth, number)) {
+        PrintUsageError(COMMAND_EVALUATE);
+        return;
+    }
+    GetEvaluationInfo(state.Record.PositionList[state.CurrentMove], mode, number);
+}
+
+void DoMoveCommand(const std::string& argument, PlayState& state) {
+    GameRecord& record = state.Record;
+    const int n = state.CurrentMove;
+    if (!RecordHasRoom(n) || DoPlayerMove(argument, record.PositionList[n],
+                                          record.PositionList[n + 1], record.MoveList[n]) != 0) {
+        std::printf("Error in Move! Move was not executed!\n");
+        return;
+    }
+    AdvanceAndShow(state);
+}
+
+void DoQuit(PlayState& state) {
+    if (GlobCfg.GameRunFlag == 1) {
+        std::printf("A game is running! Stop it before exiting talurex!\n");
+        return;
+    }
+    CloseGui();
+    std::printf("See you :-)\n");
+    state.QuitFlag = 1;
+}

@@ -1,0 +1,14 @@
+// The command interpreter: carries out what GetCommand found.
+#pragma once
+
+#include <string>
+
+#include "control/command_table.h"
+#include "control/play_state.h"
+#include "engine/weights.h"
+
+// Carries out a command. `argument` is the text behind its name, trimmed at both ends. What people
+// ask for in vain is answered with a line on standard output and changes nothing; an id that
+// GetCommand never gives ends the process.
+void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
+                    EvalWeights& weights);

@@ -1,0 +1,17 @@
+// Writing a whole file so that at every moment either the old or the new content is there.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+enum class FileReplaced {
+    Done,
+    NotOpened,   // after the line of FileOpenToWrite on standard output
+    NotWritten,  // the disk is full, or the like: an earlier file is as it was
+};
+
+// Makes `content` the content of the file. It is written to a new file beside it that then takes
+// its name, so that an earlier file is replaced at once or not at all; its permissions and, where
+// allowed, its owner are kept. A symbolic link stays, and the file it leads to is replaced. What is
+// no regular file, a device or a pipe, is written to directly.
+[[nodiscard]] FileReplaced FileReplace(const std::string& path, std::string_view content);
