@@ -1,0 +1,86 @@
+// The command line. It is read in two passes, because it names the configuration file but also
+// overrides it: GetOptions collects the arguments, ProcessOptions applies them.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+
+#include "config/glob_cfg.h"
+#include "support/numbers.h"
+
+// A word that an option takes, in its short and its long form, and the setting it stands for.
+struct OptionWord {
+    const char* Short;
+    const char* Long;
+    int Value;
+};
+
+inline constexpr std::array COLOR_WORDS = {
+    OptionWord{"w", "white", 1},
+    OptionWord{"b", "black", 0},
+    OptionWord{"r", "random", 2},
+};
+inline constexpr std::array SETUP_WORDS = {
+    OptionWord{"n", "normal", 0},
+    OptionWord{"r", "random", 1},
+};
+
+enum class OptionArgument { None, Path, Word, Number, OptionalNumber };
+
+// One option. An argument of words or numbers goes into Field.
+struct Option {
+    const char* Name;
+    OptionArgument Argument;
+    const char* Form;  // how the usage text writes it; empty: the usage text leaves it out
+    const char* Help;
+    int GlobalConfiguration::*Field = nullptr;
+    std::span<const OptionWord> Words = {};
+    int Lowest = INT_LOWEST;
+    int Highest = INT_HIGHEST;
+};
+
+// The places of the options that start-up itself asks for.
+inline constexpr int OPTION_HELP = 0;
+inline constexpr int OPTION_CONFIG = 1;
+
+// In the order in which arguments are matched and settings applied. No name is a prefix of another.
+// clang-format off
+inline constexpr std::array OPTIONS = {
+    Option{"help", OptionArgument::None, "-help", "print this help text"},
+    Option{"config", OptionArgument::Path, "-config=<path>", "read config file from <path>"},
+    Option{"color", OptionArgument::Word, "-color=[w|white|b|black|r|random]",
+           "set color of human player", &GlobalConfiguration::ComputerColor, COLOR_WORDS},
+    Option{"setup", OptionArgument::Word, "-setup=[n|normal|r|random]",
+           "set dvonn setup mode", &GlobalConfiguration::SetupMode, SETUP_WORDS},
+    Option{"players", OptionArgument::Number, "-players=[0|1|2]",
+           "set the number of human players", &GlobalConfiguration::NumHumanPlayers, {}, 0, 2},
+    Option{"level", OptionArgument::Number, "-level=<level>",
+           "set computer playing strength", &GlobalConfiguration::ComputerLevel},
+    Option{"special", OptionArgument::Number, "", "", &GlobalConfiguration::Special},
+    Option{"gui", OptionArgument::OptionalNumber, "-gui",
+           "connect to graphical display", &GlobalConfiguration::Gui},
+};
+// clang-format on
+
+// What the command line gave for one option.
+struct OptionValue {
+    int Given = 0;
+    std::string Argument;  // empty when it came without one
+};
+
+// Indexed as OPTIONS.
+using OptionValues = std::array<OptionValue, OPTIONS.size()>;
+
+// Marks every option as not given.
+void InitOptions(OptionValues& values);
+
+// Collects every command-line argument. One that is no option, or lacks the value that its '='
+// announces, ends the process.
+void GetOptions(OptionValues& values, int argumentCount, const char* const* arguments);
+
+// Applies the collected settings to GlobCfg. A missing or invalid argument ends the process.
+void ProcessOptions(const OptionValues& values);
+
+// Prints the usage text. It names the program in fixed words, however it was invoked.
+void PrintCommandLineHelp(const char* programName);
