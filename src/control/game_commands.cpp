@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "config/glob_cfg.h"
-#include "control/gui_switch.h"
 #include "control/help.h"
 #include "control/human_moves.h"
 #include "display/terminal_board.h"
@@ -197,7 +196,7 @@ void DoQuit(PlayState& state) {
         std::printf("A game is running! Stop it before exiting talurex!\n");
         return;
     }
-    CloseGui();
+    CloseGuiLink();
     std::printf("See you :-)\n");
     state.QuitFlag = 1;
 }

@@ -1,14 +1,30 @@
 #include "config/glob_cfg.h"
 #include "control/main_loop.h"
 #include "control/start_up.h"
-#include "engine/weights.h"
+#include "display/gui_link.h"
+#include "engine/self_play.h"
 #include "support/files.h"
 
-int main() {
+int main(int argumentCount, char** arguments) {
     EnsureStandardStreams();
-    ProgramInit();
+    OptionValues options;
     EvalWeights weights;
-    SetLevel(GlobCfg.ComputerLevel, weights);
-    MainControl(weights);
-    return 0;
+    ProgramInit(argumentCount, arguments, options, weights);
+    if (options[OPTION_HELP].Given == 1) {
+        PrintCommandLineHelp(arguments[0]);
+        return 0;
+    }
+    if (GlobCfg.Gui != 0) {
+        OpenGuiLink();
+    }
+    switch (GlobCfg.Special) {
+    case 1:
+        PlayMatch();
+        return 0;
+    case 2:
+        TuneWeights();
+    default:
+        MainControl(weights);
+        return 0;
+    }
 }

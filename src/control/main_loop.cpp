@@ -4,7 +4,6 @@
 
 #include "control/command_table.h"
 #include "control/game_commands.h"
-#include "control/gui_switch.h"
 #include "control/human_moves.h"
 #include "control/interpreter.h"
 #include "display/gui_link.h"
@@ -146,7 +145,7 @@ void MainControl(EvalWeights& weights) {
         } else if (PromptForLine(state, line)) {
             DoLine(state, line, weights);
         } else {
-            CloseGui();
+            CloseGuiLink();
             return;
         }
         EndCycle(state);

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "config/glob_cfg.h"
-#include "control/gui_switch.h"
 #include "control/help.h"
 #include "support/numbers.h"
 
@@ -178,12 +177,12 @@ void DoGui(const std::string& argument) {
         break;
     }
     if (wanted == 0) {
-        std::printf(CloseGui() ? "GUI usage was disabled!\n" : "GUI usage is already disabled!\n");
+        std::printf(CloseGuiLink() ? "GUI usage was disabled!\n" : "GUI usage is already disabled!\n");
     } else if (GlobCfg.Gui != 0) {
         std::printf("GUI usage is already enabled!\n");
     } else {
         std::printf("trying to enable GUI...\n");
-        OpenGui();
+        OpenGuiLink();
     }
 }
 

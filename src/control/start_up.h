@@ -1,5 +1,11 @@
 // From the start of the process to the first game.
 #pragma once
 
-// Fills GlobCfg, prints the start-up lines and seeds the random generator.
-void ProgramInit();
+#include "config/options.h"
+#include "engine/weights.h"
+
+// Fills GlobCfg from its defaults, the configuration file and the command line, each over the one
+// before; prints the start-up lines, seeds the random generator and sets the computer's level.
+// `options` holds what the command line gave. A faulty file or command line ends the process.
+void ProgramInit(int argumentCount, const char* const* arguments, OptionValues& options,
+                 EvalWeights& weights);

@@ -1,18 +1,42 @@
-// The one-way link to a graphical display: a TCP client that mirrors the game as lines of text.
+// The one-way link to a graphical display: a TCP client that mirrors the game as lines of text
+// (docs/gui-protocol.md). The link is on while GlobCfg.Gui is not 0; its socket is then
+// GlobCfg.GuiSocket.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "rules/game_record.h"
 
+// What the display was last sent. It outlives the connection: after a reconnection the next update
+// builds on it.
+struct GuiMirror {
+    int Started = 0;  // 1 once the clear line of the process is used up
+    Position LastPosition;
+    int LastMoveNr = 0;
+};
+extern GuiMirror GuiLast;
+
 // Connects to the display on the loopback address at GuiPort. Answers 0, or 1 after a line on
-// standard error.
+// standard error; no socket is then left open.
 [[nodiscard]] int SocketOpen(int& socketHandle);
 
 void SocketClose(int socketHandle);
 
+// Sends the bytes, waiting for a display that is slow to read them. Answers how many were sent:
+// fewer than `length` only when the connection is lost.
+std::size_t SocketSend(int socketHandle, const char* bytes, std::size_t length);
+
 // Sends the text. Answers 0, or 1 when it could not be sent whole.
 int SocketSendString(int socketHandle, std::string_view text);
 
+// Switches the link on, or leaves it off when nobody listens, and prints which. Answers 0 when it
+// is on. For a link that is off.
+int OpenGuiLink();
+
+// Says farewell to the display and switches the link off. For a link that is on.
+void CloseGuiLink();
+
 // Sends one update: how the display gets from what it shows to position `moveNumber` of the record.
+// A link that turns out to be lost is switched off with a message. For a link that is on.
 void GUIPrintPosition(const GameRecord& record, int moveNumber);
