@@ -92,8 +92,8 @@ int SettingOf(const Option& option, const std::string& argument) {
 }
 
 void PrintOptionHelp(const Option& option) {
-    if (option.Form[0] != '\0') {
-        std::printf("  %-32s: %s\n", option.Form, option.Help);
+    if (option.Usage[0] != '\0') {
+        std::printf("  %s\n", option.Usage);
     }
 }
 

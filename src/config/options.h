@@ -32,8 +32,7 @@ enum class OptionArgument { None, Path, Word, Number, OptionalNumber };
 struct Option {
     const char* Name;
     OptionArgument Argument;
-    const char* Form;  // how the usage text writes it; empty: the usage text leaves it out
-    const char* Help;
+    const char* Usage;  // its line of the usage text; empty: the usage text leaves it out
     int GlobalConfiguration::*Field = nullptr;
     std::span<const OptionWord> Words = {};
     int Lowest = INT_LOWEST;
@@ -47,19 +46,26 @@ inline constexpr int OPTION_CONFIG = 1;
 // In the order in which arguments are matched and settings applied. No name is a prefix of another.
 // clang-format off
 inline constexpr std::array OPTIONS = {
-    Option{"help", OptionArgument::None, "-help", "print this help text"},
-    Option{"config", OptionArgument::Path, "-config=<path>", "read config file from <path>"},
-    Option{"color", OptionArgument::Word, "-color=[w|white|b|black|r|random]",
-           "set color of human player", &GlobalConfiguration::ComputerColor, COLOR_WORDS},
-    Option{"setup", OptionArgument::Word, "-setup=[n|normal|r|random]",
-           "set dvonn setup mode", &GlobalConfiguration::SetupMode, SETUP_WORDS},
-    Option{"players", OptionArgument::Number, "-players=[0|1|2]",
-           "set the number of human players", &GlobalConfiguration::NumHumanPlayers, {}, 0, 2},
-    Option{"level", OptionArgument::Number, "-level=<level>",
-           "set computer playing strength", &GlobalConfiguration::ComputerLevel},
-    Option{"special", OptionArgument::Number, "", "", &GlobalConfiguration::Special},
-    Option{"gui", OptionArgument::OptionalNumber, "-gui",
-           "connect to graphical display", &GlobalConfiguration::Gui},
+    Option{"help", OptionArgument::None,
+           "-help                            : print this help text"},
+    Option{"config", OptionArgument::Path,
+           "-config=<path>                  : read config file from <path>"},
+    Option{"color", OptionArgument::Word,
+           "-color=[w|white|b|black|r|random]: set color of human player",
+           &GlobalConfiguration::ComputerColor, COLOR_WORDS},
+    Option{"setup", OptionArgument::Word,
+           "-setup=[n|normal|r|random]       : set dvonn setup mode",
+           &GlobalConfiguration::SetupMode, SETUP_WORDS},
+    Option{"players", OptionArgument::Number,
+           "-players=[0|1|2]                 : set the number of human players",
+           &GlobalConfiguration::NumHumanPlayers, {}, 0, 2},
+    Option{"level", OptionArgument::Number,
+           "-level=<level>                   : set computer playing strength",
+           &GlobalConfiguration::ComputerLevel},
+    Option{"special", OptionArgument::Number, "", &GlobalConfiguration::Special},
+    Option{"gui", OptionArgument::OptionalNumber,
+           "-gui                             : connect to graphical display",
+           &GlobalConfiguration::Gui},
 };
 // clang-format on
 
