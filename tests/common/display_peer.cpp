@@ -1,0 +1,190 @@
+#include "common/display_peer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <regex>
+#include <sstream>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "support/fatal.h"
+
+namespace {
+
+constexpr int PATIENCE = 20000;  // milliseconds
+
+void Await(int descriptor) {
+    pollfd wanted = {descriptor, POLLIN, 0};
+    if (poll(&wanted, 1, PATIENCE) != 1) {
+        ErrorExit("DisplayPeer: waited in vain\n");
+    }
+}
+
+bool IsShown(int x, int y) {
+    return x >= 0 && x < 15 && y >= 0 && y < 9;
+}
+
+void Animate(ShownBoard& board, const std::array<int, 5>& numbers) {
+    const auto [sx, sy, tx, ty, unused] = numbers;
+    if (!IsShown(sx, sy) || !IsShown(tx, ty) || board.Spaces[sx][sy].Height == 0) {
+        return;
+    }
+    const ShownSpace tower = board.Spaces[sx][sy];
+    board.Spaces[sx][sy] = {};
+    ShownSpace& target = board.Spaces[tx][ty];
+    target = {target.Height + tower.Height, tower.Owner, target.Life | tower.Life};
+}
+
+// The numbers behind the letter of a line.
+std::array<int, 5> NumbersOf(const std::string& line) {
+    std::array<int, 5> numbers{};
+    std::istringstream text(line.substr(1));
+    for (int& number : numbers) {
+        text >> number;
+    }
+    return numbers;
+}
+
+// The order of the lines, and the form of each.
+bool IsWellFormed(const std::string& update) {
+    static const std::regex order("C?LNM?S*TD");
+    static const std::regex line("C|[LNM]( -?\\d+){4}|S \\d+ \\d+ \\d+ [0-3] [01]|"
+                                 "TMove \\(\\d+/\\d+\\) .+|D");
+    std::string letters;
+    std::istringstream lines(update);
+    for (std::string text; std::getline(lines, text); letters += text[0]) {
+        if (!std::regex_match(text, line)) {
+            return false;
+        }
+    }
+    return update.ends_with('\n') && std::regex_match(letters, order);
+}
+
+// Empties what lies outside the rectangle that the spaces of a full update make up.
+std::string KeepRectangle(ShownBoard& board, const std::vector<std::array<int, 5>>& sent) {
+    const int columns = sent.back()[0] + 1;
+    const int rows = sent.back()[1] + 1;
+    if (sent.size() != static_cast<std::size_t>(columns * rows)) {
+        return "neither one step nor the whole board";
+    }
+    for (std::size_t i = 0; i < sent.size(); ++i) {
+        if (sent[i][1] * columns + sent[i][0] != static_cast<int>(i)) {
+            return "spaces out of order";
+        }
+    }
+    for (int x = 0; x < 15; ++x) {
+        for (int y = 0; y < 9; ++y) {
+            if (x >= columns || y >= rows) {
+                board.Spaces[x][y] = {};
+            }
+        }
+    }
+    return "";
+}
+
+}  // namespace
+
+DisplayPeer::DisplayPeer(int receiveBuffer) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    auto* generic = reinterpret_cast<sockaddr*>(&address);
+    Listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (receiveBuffer != 0) {
+        setsockopt(Listener, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
+    }
+    if (bind(Listener, generic, length) != 0 || listen(Listener, 1) != 0 ||
+        getsockname(Listener, generic, &length) != 0) {
+        ErrorExit("DisplayPeer: cannot listen\n");
+    }
+    Port = ntohs(address.sin_port);
+}
+
+DisplayPeer::~DisplayPeer() {
+    HangUp(*this);
+    close(Listener);
+}
+
+void AcceptConnection(DisplayPeer& peer) {
+    HangUp(peer);
+    Await(peer.Listener);
+    peer.Connection = accept4(peer.Listener, nullptr, nullptr, SOCK_CLOEXEC);
+}
+
+void HangUp(DisplayPeer& peer) {
+    if (peer.Connection != -1) {
+        close(peer.Connection);
+        peer.Connection = -1;
+    }
+}
+
+bool ReadSome(DisplayPeer& peer, std::size_t maxBytes) {
+    std::array<char, 4096> bytes;
+    Await(peer.Connection);
+    const ssize_t count = recv(peer.Connection, bytes.data(), std::min(maxBytes, bytes.size()), 0);
+    if (count <= 0) {
+        return false;
+    }
+    peer.Received.append(bytes.data(), static_cast<std::size_t>(count));
+    return true;
+}
+
+std::string ReadUpdate(DisplayPeer& peer) {
+    const std::size_t begin = peer.Received.size();
+    while (!peer.Received.ends_with("\nD\n") || peer.Received.size() == begin) {
+        if (!ReadSome(peer, 1)) {
+            ErrorExit("DisplayPeer: the update does not end\n");
+        }
+    }
+    return peer.Received.substr(begin);
+}
+
+std::string ReadToEnd(DisplayPeer& peer) {
+    const std::size_t begin = peer.Received.size();
+    while (ReadSome(peer, 4096)) {
+    }
+    return peer.Received.substr(begin);
+}
+
+std::string ApplyUpdate(ShownBoard& board, const std::string& update) {
+    if (!IsWellFormed(update)) {
+        return "malformed";
+    }
+    const int before = board.MoveNumber;
+    std::vector<std::array<int, 5>> sent;
+    std::istringstream lines(update);
+    for (std::string line; std::getline(lines, line);) {
+        const std::array<int, 5> numbers = NumbersOf(line);
+        switch (line[0]) {
+        case 'C':
+            board.Spaces = {};
+            break;
+        case 'M':
+            Animate(board, numbers);
+            break;
+        case 'S':
+            if (!IsShown(numbers[0], numbers[1])) {
+                return "no such space";
+            }
+            board.Spaces[numbers[0]][numbers[1]] = {numbers[2], numbers[3], numbers[4]};
+            sent.push_back(numbers);
+            break;
+        case 'T':
+            std::sscanf(line.c_str(), "TMove (%i/%i)", &board.MoveNumber, &board.LastMove);
+            board.State = line.substr(line.find(") ") + 2);
+            break;
+        default:
+            break;
+        }
+    }
+    if (sent.empty() || board.MoveNumber == before + 1) {
+        return "";
+    }
+    return KeepRectangle(board, sent);
+}

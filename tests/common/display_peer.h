@@ -1,0 +1,49 @@
+// The other end of the link: a display that records every byte, and a board that is kept from the
+// lines alone, as docs/gui-protocol.md tells a display to.
+#pragma once
+
+#include <array>
+#include <string>
+
+// A listener on a loopback port of the system's choosing, and at most one connection. All waiting
+// is bounded; a wait in vain ends the process.
+struct DisplayPeer {
+    explicit DisplayPeer(int receiveBuffer = 0);  // in bytes; 0: the system's choice
+    ~DisplayPeer();
+    DisplayPeer(const DisplayPeer&) = delete;
+    DisplayPeer& operator=(const DisplayPeer&) = delete;
+
+    int Listener = -1;
+    int Connection = -1;
+    int Port = 0;
+    std::string Received;  // all that was read on every connection
+};
+
+void AcceptConnection(DisplayPeer& peer);
+void HangUp(DisplayPeer& peer);
+
+// Reads once, at most `maxBytes`. Answers false at the end of the connection.
+bool ReadSome(DisplayPeer& peer, std::size_t maxBytes);
+
+// Reads up to the done line of the next update and answers the update.
+std::string ReadUpdate(DisplayPeer& peer);
+
+// Reads to the end of the connection and answers what came.
+std::string ReadToEnd(DisplayPeer& peer);
+
+struct ShownSpace {
+    int Height = 0;
+    int Owner = 3;
+    int Life = 0;
+};
+
+// What a display shows, indexed [column][row].
+struct ShownBoard {
+    std::array<std::array<ShownSpace, 9>, 15> Spaces{};
+    int MoveNumber = 0;
+    int LastMove = 0;
+    std::string State;  // the rest of the status line
+};
+
+// Takes over one update. Answers an empty text, or what is wrong with the update.
+std::string ApplyUpdate(ShownBoard& board, const std::string& update);
