@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <regex>
 #include <sstream>
 #include <vector>
 
@@ -50,19 +49,53 @@ std::array<int, 5> NumbersOf(const std::string& line) {
     return numbers;
 }
 
-// The order of the lines, and the form of each.
-bool IsWellFormed(const std::string& update) {
-    static const std::regex order("C?LNM?S*TD");
-    static const std::regex line("C|[LNM]( -?\\d+){4}|S \\d+ \\d+ \\d+ [0-3] [01]|"
-                                 "TMove \\(\\d+/\\d+\\) .+|D");
+// Whether the line is its letter and `count` numbers, each behind one blank.
+bool HasNumbers(const std::string& line, int count) {
+    const std::array<int, 5> numbers = NumbersOf(line);
+    std::string written(1, line[0]);
+    for (int i = 0; i < count; ++i) {
+        written += ' ' + std::to_string(numbers[i]);
+    }
+    return line == written;
+}
+
+bool IsWellFormed(const std::string& line) {
+    switch (line[0]) {
+    case 'L':
+    case 'N':
+    case 'M':
+        return HasNumbers(line, 4);
+    case 'S':
+        return HasNumbers(line, 5);
+    case 'T':
+        return line.starts_with("TMove (");
+    default:
+        return line == "C" || line == "D";
+    }
+}
+
+// Whether every line is well formed and stands where it may: each letter at most once, but for S,
+// and L, N, T and D always.
+bool IsUpdate(const std::string& update) {
+    const std::string order = "CLNMSTD";
     std::string letters;
     std::istringstream lines(update);
-    for (std::string text; std::getline(lines, text); letters += text[0]) {
-        if (!std::regex_match(text, line)) {
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || !IsWellFormed(line)) {
+            return false;
+        }
+        if (line[0] != 'S' || !letters.ends_with('S')) {
+            letters += line[0];
+        }
+    }
+    for (const char letter : order) {
+        if (letters.starts_with(letter)) {
+            letters.erase(0, 1);
+        } else if (letter != 'C' && letter != 'M' && letter != 'S') {
             return false;
         }
     }
-    return update.ends_with('\n') && std::regex_match(letters, order);
+    return letters.empty() && update.ends_with('\n');
 }
 
 // Empties what lies outside the rectangle that the spaces of a full update make up.
@@ -153,7 +186,7 @@ std::string ReadToEnd(DisplayPeer& peer) {
 }
 
 std::string ApplyUpdate(ShownBoard& board, const std::string& update) {
-    if (!IsWellFormed(update)) {
+    if (!IsUpdate(update)) {
         return "malformed";
     }
     const int before = board.MoveNumber;
