@@ -193,10 +193,14 @@ int OpenGuiLink() {
     return failed;
 }
 
-void CloseGuiLink() {
+bool CloseGuiLink() {
+    if (GlobCfg.Gui == 0) {
+        return false;
+    }
     SocketSendString(GlobCfg.GuiSocket, "Q\n");
     SocketClose(GlobCfg.GuiSocket);
     GlobCfg.Gui = 0;
+    return true;
 }
 
 void GUIPrintPosition(const GameRecord& record, int moveNumber) {

@@ -34,8 +34,9 @@ int SocketSendString(int socketHandle, std::string_view text);
 // is on. For a link that is off.
 int OpenGuiLink();
 
-// Says farewell to the display and switches the link off. For a link that is on.
-void CloseGuiLink();
+// Says farewell to the display and switches the link off, without a message. Answers false when it
+// was off already.
+bool CloseGuiLink();
 
 // Sends one update: how the display gets from what it shows to position `moveNumber` of the record.
 // A link that turns out to be lost is switched off with a message. For a link that is on.

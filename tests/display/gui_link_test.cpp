@@ -39,11 +39,7 @@ protected:
         GuiLast = {};
     }
 
-    void TearDown() override {
-        if (GlobCfg.Gui != 0) {
-            CloseGuiLink();
-        }
-    }
+    void TearDown() override { CloseGuiLink(); }
 
     void NewGame(int columns, int rows, int lifeStones) {
         GlobCfg.BoardXDim = columns;
@@ -142,7 +138,8 @@ TEST_F(GuiLinkTest, EveryByteOfASmallGame) {
     GlobCfg.GuiHighlighting = 0;
     EXPECT_EQ(Show(peer, 1), "L -1 -1 -1 -1\nN -1 -1 -1 -1\nS 2 0 1 2 1\n"
                              "TMove (1/10) BLACK is moving\nD\n");
-    CloseGuiLink();
+    EXPECT_TRUE(CloseGuiLink());
+    EXPECT_FALSE(CloseGuiLink());
     EXPECT_EQ(GlobCfg.Gui, 0);
     EXPECT_EQ(ReadToEnd(peer), "Q\n");
 
