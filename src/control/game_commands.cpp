@@ -9,6 +9,7 @@
 #include "config/glob_cfg.h"
 #include "control/help.h"
 #include "control/human_moves.h"
+#include "display/gui_link.h"
 #include "display/terminal_board.h"
 #include "engine/report.h"
 #include "rules/referee.h"

@@ -5,6 +5,7 @@
 
 #include "config/glob_cfg.h"
 #include "control/help.h"
+#include "display/gui_link.h"
 #include "support/numbers.h"
 
 namespace {
@@ -177,7 +178,8 @@ void DoGui(const std::string& argument) {
         break;
     }
     if (wanted == 0) {
-        std::printf(CloseGuiLink() ? "GUI usage was disabled!\n" : "GUI usage is already disabled!\n");
+        std::printf(CloseGuiLink() ? "GUI usage was disabled!\n"
+                                   : "GUI usage is already disabled!\n");
     } else if (GlobCfg.Gui != 0) {
         std::printf("GUI usage is already enabled!\n");
     } else {

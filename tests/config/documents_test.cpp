@@ -1,4 +1,5 @@
 // What the documents say about settings, held to the tables.
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,24 @@ TEST(DocumentsTest, ManPageKnowsEveryOptionAndKey) {
     for (const ConfigKey& key : CONFIG_KEYS) {
         EXPECT_NE(page.find(std::string(".B ") + key.Name + "\n"), std::string::npos) << key.Name;
     }
+}
+
+// The program itself lists its commands, as "/load, /save, ...".
+TEST(DocumentsTest, ManPageKnowsEveryCommand) {
+    const TemporaryFolder folder;
+    const std::string page = ReadFile(TALUREX_SOURCE_DIR "/docs/talurex.6");
+    const std::string help = RunProgram({TALUREX_PROGRAM}, "/help\n", folder.Path).Output;
+    const std::size_t begin = help.find("/load,");
+    ASSERT_NE(begin, std::string::npos);
+    std::istringstream list(help.substr(begin, help.find("\n\n", begin) - begin));
+    int count = 0;
+    for (std::string name; list >> name; ++count) {
+        name.pop_back();
+        EXPECT_TRUE(page.find(".B " + name + "\n") != std::string::npos ||
+                    page.find(".BI " + name + " ") != std::string::npos)
+            << name;
+    }
+    EXPECT_EQ(count, 26);
 }
 
 TEST(DocumentsTest, CompletionOffersWhatTheUsageTextShows) {
