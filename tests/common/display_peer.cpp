@@ -24,6 +24,21 @@ void Await(int descriptor) {
     }
 }
 
+// A socket on a loopback port of the system's choosing.
+int BindLoopback(int& port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    auto* generic = reinterpret_cast<sockaddr*>(&address);
+    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (bind(descriptor, generic, length) != 0 || getsockname(descriptor, generic, &length) != 0) {
+        ErrorExit("DisplayPeer: cannot bind a port\n");
+    }
+    port = ntohs(address.sin_port);
+    return descriptor;
+}
+
 bool IsShown(int x, int y) {
     return x >= 0 && x < 15 && y >= 0 && y < 9;
 }
@@ -123,25 +138,26 @@ std::string KeepRectangle(ShownBoard& board, const std::vector<std::array<int, 5
 }  // namespace
 
 DisplayPeer::DisplayPeer(int receiveBuffer) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    auto* generic = reinterpret_cast<sockaddr*>(&address);
-    Listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    Listener = BindLoopback(Port);
     if (receiveBuffer != 0) {
         setsockopt(Listener, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
     }
-    if (bind(Listener, generic, length) != 0 || listen(Listener, 1) != 0 ||
-        getsockname(Listener, generic, &length) != 0) {
+    if (listen(Listener, 1) != 0) {
         ErrorExit("DisplayPeer: cannot listen\n");
     }
-    Port = ntohs(address.sin_port);
 }
 
 DisplayPeer::~DisplayPeer() {
     HangUp(*this);
     close(Listener);
+}
+
+ClosedPort::ClosedPort() {
+    Descriptor = BindLoopback(Port);
+}
+
+ClosedPort::~ClosedPort() {
+    close(Descriptor);
 }
 
 void AcceptConnection(DisplayPeer& peer) {

@@ -19,6 +19,17 @@ struct DisplayPeer {
     std::string Received;  // all that was read on every connection
 };
 
+// A port that stays taken although nobody listens on it.
+struct ClosedPort {
+    ClosedPort();
+    ~ClosedPort();
+    ClosedPort(const ClosedPort&) = delete;
+    ClosedPort& operator=(const ClosedPort&) = delete;
+
+    int Descriptor = -1;
+    int Port = 0;
+};
+
 void AcceptConnection(DisplayPeer& peer);
 void HangUp(DisplayPeer& peer);
 

@@ -331,12 +331,8 @@ TEST_F(MirrorTest, AnotherGameReplacesTheShownOne) {
 }
 
 TEST_F(GuiLinkTest, NobodyListens) {
-    int port = 0;
-    {
-        const DisplayPeer gone;
-        port = gone.Port;
-    }
-    GlobCfg.GuiPort = port;
+    const ClosedPort closed;
+    GlobCfg.GuiPort = closed.Port;
     const int before = OpenDescriptors();
     for (int i = 0; i < 3; ++i) {
         GlobCfg.Gui = 1;
@@ -350,7 +346,7 @@ TEST_F(GuiLinkTest, NobodyListens) {
     }
     EXPECT_EQ(OpenDescriptors(), before);
     const TemporaryFolder folder;
-    WriteFile(folder.Path + "/talurex.cfg", "GUI_PORT " + std::to_string(port) + "\n");
+    WriteFile(folder.Path + "/talurex.cfg", "GUI_PORT " + std::to_string(closed.Port) + "\n");
     const ProgramRun run = RunProgram({TALUREX_PROGRAM, "-gui", "-players=2"}, "", folder.Path);
     EXPECT_EQ(run.Errors, "Socket connection to gui failed!\n");
     EXPECT_NE(run.Output.find("Talurex KI-Level: 5000\n"
