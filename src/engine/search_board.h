@@ -20,6 +20,8 @@ struct SearchBoard {
     alignas(32) std::array<Set, REACH_NONE + 1> ByHeight{};
     std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height{};  // 0 where not occupied
     int ActivePlayer = WHITE;
+
+    bool operator==(const SearchBoard&) const = default;
 };
 
 // The row of the geometry's tables for a height.

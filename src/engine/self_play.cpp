@@ -85,22 +85,27 @@ int PlayGame(const ABWeightPair& players, int beginner, const Position& start, i
     return static_cast<int>(end.Value) / 1000;
 }
 
-// How a match stands, as player 1 sees it.
-struct Tally {
-    int TotalScore = 0;   // final stone leads
-    int MatchPoints = 0;  // 2 for a win, 1 for a draw
+// Takes in a game that ended with the given lead of the beginner.
+void TakeGame(MatchResult& result, int lead, bool playerOneBegan) {
+    const int ownLead = playerOneBegan ? lead : -lead;
+    result.TotalScore += ownLead;
+    result.MatchPoints += 1 + Sign(ownLead);
+}
 
-    // Takes in a game that ended with the given lead of WHITE.
-    void Take(int lead, bool playerOneIsWhite) {
-        const int ownLead = playerOneIsWhite ? lead : -lead;
-        TotalScore += ownLead;
-        MatchPoints += 1 + Sign(ownLead);
+// Plays a pair of games: both players begin once. Calls `look(game)` behind each.
+template <typename Look>
+void PlayPair(const ABWeightPair& players, int depth, MatchResult& result, Look look) {
+    Position start;
+    GenerateEmptyStartPosition(start);
+    for (int game = 0; game < 2; ++game) {
+        TakeGame(result, PlayGame(players, game, start, depth), game == 0);
+        look(game);
     }
-};
+}
 
-void PrintTally(const char* heading, const Tally& tally, int numPairs) {
-    PrintAndFlush("%sPlayer 1: Total Score: %i, MatchScore: %0.1f/%i\n", heading, tally.TotalScore,
-                  tally.MatchPoints / 2.0, 2 * numPairs);
+void PrintResult(const char* heading, const MatchResult& result, int numPairs) {
+    PrintAndFlush("%sPlayer 1: Total Score: %i, MatchScore: %0.1f/%i\n", heading, result.TotalScore,
+                  result.MatchPoints / 2.0, 2 * numPairs);
 }
 
 // The step sizes and probabilities of the mutations. They shrink from cycle to cycle.
@@ -148,19 +153,17 @@ EvalWeights MakeCandidate(const EvalWeights& best, const Mutation& mutation) {
 
 // Plays the match of the best set (player 1) against a candidate. Answers whether the candidate won
 // it outright.
-bool CandidateWins(const ABWeightPair& players, int numPairs, int margin, int depth, Tally& tally) {
-    bool isLost = false;
+bool CandidateWins(const ABWeightPair& players, int numPairs, int margin, int depth,
+                   MatchResult& result) {
+    bool isLost = false;  // once set, it stays set; the pair is played to its end all the same
     int pair = 0;
     for (; pair < numPairs && !isLost; ++pair) {
-        Position start;
-        GenerateEmptyStartPosition(start);
-        for (int game = 0; game < 2; ++game) {
-            tally.Take(PlayGame(players, game, start, depth), game == 0);
-            isLost = isLost || tally.MatchPoints / 2 - pair - game >= margin + 1;
-        }
+        PlayPair(players, depth, result, [&](int game) {
+            isLost = isLost || result.MatchPoints / 2 - pair - game >= margin + 1;
+        });
     }
-    PrintTally("", tally, pair);
-    return !isLost && tally.MatchPoints < 2 * numPairs;
+    PrintResult("", result, pair);
+    return !isLost && result.MatchPoints < 2 * numPairs;
 }
 
 void PrintNewBest(EvalWeights& best) {
@@ -184,16 +187,16 @@ void TuneWeights() {
     AutoOptimize(BuiltInWeights(TUNING_START), MATCH_PAIRS, MARGIN, SELF_PLAY_DEPTH);
 }
 
-void AutoBattle(const ABWeightPair& players, int numPairs, int depth) {
-    Tally tally;
+MatchResult PlayGames(const ABWeightPair& players, int numPairs, int depth) {
+    MatchResult result;
     for (int pair = 0; pair < numPairs; ++pair) {
-        Position start;
-        GenerateEmptyStartPosition(start);
-        for (int game = 0; game < 2; ++game) {
-            tally.Take(PlayGame(players, game, start, depth), game == 0);
-        }
+        PlayPair(players, depth, result, [](int) {});
     }
-    PrintTally("AUTOBATTLE: ", tally, numPairs);
+    return result;
+}
+
+void AutoBattle(const ABWeightPair& players, int numPairs, int depth) {
+    PrintResult("AUTOBATTLE: ", PlayGames(players, numPairs, depth), numPairs);
 }
 
 void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth) {
@@ -207,12 +210,12 @@ void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth)
             PrintAndFlush("cycle: %i\n", cycle);
         }
         const EvalWeights candidate = MakeCandidate(best, mutation);
-        Tally tally;
-        if (!CandidateWins({best, candidate}, numPairs, margin, depth, tally)) {
+        MatchResult result;
+        if (!CandidateWins({best, candidate}, numPairs, margin, depth, result)) {
             continue;
         }
         best = candidate;
-        PrintTally("", tally, numPairs);
+        PrintResult("", result, numPairs);
         AutoBattle({BuiltInWeights(TUNING_REFERENCE), best}, BATTLE_PAIRS, SELF_PLAY_DEPTH);
         PrintNewBest(best);
     }

@@ -16,8 +16,19 @@ void PlayMatch();
 // The tuning mode: never ends by itself.
 [[noreturn]] void TuneWeights();
 
+// How a series of games stands, as player 1 sees it.
+struct MatchResult {
+    int TotalScore = 0;   // final stone leads
+    int MatchPoints = 0;  // half points: 2 for a win, 1 for a draw
+
+    bool operator==(const MatchResult&) const = default;
+};
+
 // Plays `numPairs` pairs of games, in each of which both players begin once, with searches of the
-// given depth, and prints the result as player 1 sees it.
+// given depth.
+MatchResult PlayGames(const ABWeightPair& players, int numPairs, int depth);
+
+// The same with one line about the result.
 void AutoBattle(const ABWeightPair& players, int numPairs, int depth);
 
 // Looks for better weights than `start`, from generation to generation: the best set so far is

@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "engine/self_play.h"
 #include "engine/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
@@ -40,5 +41,8 @@ double GetBestMove(Position& position, int depth, const EvalWeights& weights, Mo
 
 // The best placement in the setup phase and its score.
 double GetBestSetupMove(const Position& position, const EvalWeights& weights, Move& bestMove);
+
+// A match, as the engine plays it.
+MatchResult PlayMatch(const ABWeightPair& players, int numPairs, int depth);
 
 }  // namespace plain

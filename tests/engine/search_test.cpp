@@ -1,0 +1,182 @@
+// The search against the plain one, and on boards small enough to be worked by hand.
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "engine/engine_games.h"
+#include "engine/evaluation.h"
+#include "engine/search.h"
+#include "engine/search_kernel.h"
+#include "plain/plain_engine.h"
+
+namespace {
+
+std::uint64_t BitsOf(double value) {
+    return std::bit_cast<std::uint64_t>(value);
+}
+
+// Everything that a search leaves behind.
+struct Outcome {
+    std::uint64_t Value = 0;
+    std::uint64_t PositionValue = 0;
+    int Column = 0;
+    int Row = 0;
+    int Direction = 0;
+    int Exact = 0;
+    std::int64_t Count = 0;
+    int NextDraw = 0;  // tells how many random numbers were drawn
+
+    bool operator==(const Outcome&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
+    return out << std::bit_cast<double>(outcome.Value) << " move " << outcome.Column << ' '
+               << outcome.Row << ' ' << outcome.Direction << " exact " << outcome.Exact << " count "
+               << outcome.Count << " next draw " << outcome.NextDraw;
+}
+
+enum class Engine { Fast, Plain };
+
+Outcome SearchWith(Engine engine, Position position, int depth, const EvalWeights& weights,
+                   unsigned seed) {
+    Move move;
+    std::srand(seed);
+    EvalCount = 0;
+    plain::EvalCount = 0;
+    const auto search = engine == Engine::Fast ? GetBestMove : plain::GetBestMove;
+    const double value = search(position, depth, weights, move, position.ExactValue);
+    return {
+        BitsOf(value),       BitsOf(position.Value),       move.Column, move.Row, move.Direction,
+        position.ExactValue, EvalCount + plain::EvalCount, std::rand()};
+}
+
+// Deep enough to meet passes, ends and repeated positions, and still quick for the plain search.
+int DepthFor(const Position& position) {
+    const int numMoves = GetNumMoves(position);
+    return numMoves > 60 ? 0 : numMoves > 25 ? 1 : numMoves > 12 ? 2 : numMoves > 6 ? 3 : 6;
+}
+
+TEST(Search, FindsWhatThePlainSearchFinds) {
+    std::mt19937 random(2);
+    for (int game = 0; game < 60; ++game) {
+        const Position start = RandomStart(random, game);
+        const EvalWeights weights = SomeWeights(random, game);
+        WalkGame(random, start, [&](const Position& position) {
+            for (int depth = 0; depth <= DepthFor(position); ++depth) {
+                const unsigned seed = static_cast<unsigned>(random());
+                const Outcome fast = SearchWith(Engine::Fast, position, depth, weights, seed);
+                ASSERT_EQ(fast, SearchWith(Engine::Plain, position, depth, weights, seed))
+                    << WriteBoardText("position", position) << " depth " << depth;
+                std::srand(seed);
+                const KernelResult generic =
+                    GenericKernel::SearchPosition(position, depth, weights);
+                ASSERT_EQ(BitsOf(generic.Value), fast.Value);
+                ASSERT_EQ(generic.NumEvaluations, fast.Count);
+            }
+        });
+        ASSERT_FALSE(HasFatalFailure()) << "game " << game;
+    }
+}
+
+struct Expected {
+    double BestValue;
+    const char* Move;  // column letters of source and target
+    int Exact;
+    int Count;
+};
+
+void ExpectSearch(const char* line, int depth, const Expected& expected) {
+    SCOPED_TRACE(testing::Message() << line << " depth " << depth);
+    const BoardText board = ReadBoardText(line);
+    UseBoard(board);
+    Position position = board.Board;
+    EvalWeights weights;
+    SetLevel(FULL_STRENGTH_LEVEL, weights);
+    Move move;
+    EvalCount = 0;
+    EXPECT_EQ(-GetBestMove(position, depth, weights, move, position.ExactValue),
+              expected.BestValue);
+    const Place target = MoveTarget(position, move);
+    EXPECT_EQ(move.Column, expected.Move[0] - 'A');
+    EXPECT_EQ(target.Column, expected.Move[1] - 'A');
+    EXPECT_EQ(position.ExactValue, expected.Exact);
+    EXPECT_EQ(EvalCount, expected.Count);
+}
+
+// A row of four: White has to build the tower that Black then takes.
+TEST(Search, OneWayToTheEnd) {
+    const char* line = "row 4 1 white : w1 r b1 .";
+    // Behind A-B stand w2* and b1: a white tower less, one move of Black's onto life, heights 2
+    // and 1.
+    const double leaf =
+        0.0 + -1 * 0.068 + -1 * 0.169 + -1 * 0.006 + 1 * 0.015 + 2 * 0.077 + -1 * 0.209;
+    ExpectSearch(line, 0, {leaf, "AB", 0, 1});
+    for (const int depth : {1, 2, MAX_SEARCH_DEPTH}) {
+        ExpectSearch(line, depth, {-3000.0, "AB", 1, 2});  // three stones, all Black's in the end
+    }
+}
+
+// A row of six: behind A-B Black must pass and White takes it all. B-A leaves White nothing and B-C
+// two stones to three.
+TEST(Search, APassTakesAPlyAndNeedsOneToBeLookedBehind) {
+    const char* line = "row 6 1 white : w1 w1 r b3 . .";
+    const double leaf = 0.0 + 1 * 0.169 + -1 * 0.006;  // w2 with a target, and b3
+    ExpectSearch(line, 0, {leaf, "AB", 0, 3});
+    ExpectSearch(line, 1, {leaf, "AB", 0, 3});
+    ExpectSearch(line, 2, {5000.0, "AB", 1, 4});
+    ExpectSearch(line, 3, {5000.0, "AB", 1, 4});
+}
+
+// Both moves lead to mirror images of one another, and behind both Black passes: the first one is
+// taken, at depth 0 and deeper.
+TEST(Search, TheFirstOfEqualMovesIsTaken) {
+    const char* line = "row 3 1 white : r w1 r";
+    const double leaf = 0.0 + 1 * 0.015 + 1 * 0.077 + 2 * 0.077 + 1 * 0.209;
+    ExpectSearch(line, 0, {leaf, "BC", 0, 2});
+    ExpectSearch(line, 1, {leaf, "BC", 0, 2});
+    ExpectSearch(line, 2, {3000.0, "BC", 1, 4});  // the search behind a pass has the open bound
+}
+
+TEST(Search, SortsTheFiveLowestAndKeepsTheRest) {
+    const std::array<double, 8> values = {5, 3, 9, 3, 7, 1, 8, 2};
+    std::array<int, 8> order{};
+    SortPositions(8, values.data(), order.data());
+    // 1, 2, 3 (index 1 before 3), 5; index 4 was pushed out by 5 and index 2 by 7.
+    EXPECT_EQ(order, (std::array<int, 8>{5, 7, 1, 3, 0, 2, 6, 4}));
+}
+
+TEST(SearchDeathTest, NoMoveEndsTheProcess) {
+    const BoardText board = ReadBoardText("row 3 1 white : . w2* r");
+    UseBoard(board);
+    Position position = board.Board;
+    EvalWeights weights;
+    Move move;
+    EXPECT_EXIT(GetBestMove(position, 0, weights, move, position.ExactValue),
+                testing::ExitedWithCode(1), "GetBestMove: Calling Error! No move left");
+}
+
+// The signature: a change of what is searched changes it, a change of how fast does not.
+TEST(Search, SignatureIsTheRecordedOne) {
+    std::int64_t signature = 0;
+    EvalWeights weights;
+    SetLevel(FULL_STRENGTH_LEVEL, weights);
+    for (const BoardText& board : ReadBoardFile(TALUREX_TESTS "/../bench/positions.txt")) {
+        UseBoard(board);
+        Position position = board.Board;
+        if (GetNumMoves(position) == 0) {
+            DoPass(board.Board, position);
+        }
+        Move move;
+        EvalCount = 0;
+        GetBestMove(position, std::stoi(board.Rest), weights, move, position.ExactValue);
+        signature += EvalCount;
+    }
+    std::int64_t recorded = 0;
+    std::ifstream(TALUREX_TESTS "/engine/signature.txt") >> recorded;
+    EXPECT_EQ(signature, recorded);
+}
+
+}  // namespace
