@@ -14,6 +14,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/files.h"
+
 namespace {
 
 constexpr ::mode_t NEW_FILE_MODE = 0666;
@@ -37,7 +39,7 @@ private:
 };
 
 FileReplaced SayNotOpened(const std::string& path) {
-    std::printf("FileOpen: error: opening file (%s) with AccessMode (wb) failed !\n", path.c_str());
+    PrintFileOpenError(path, "wb");
     return FileReplaced::NotOpened;
 }
 

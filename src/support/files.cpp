@@ -7,11 +7,15 @@
 
 #include "support/fatal.h"
 
+void PrintFileOpenError(const std::string& path, const char* accessMode) {
+    std::printf("FileOpen: error: opening file (%s) with AccessMode (%s) failed !\n", path.c_str(),
+                accessMode);
+}
+
 int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode) {
     file = std::fopen(path.c_str(), accessMode);
     if (file == nullptr) {
-        std::printf("FileOpen: error: opening file (%s) with AccessMode (%s) failed !\n",
-                    path.c_str(), accessMode);
+        PrintFileOpenError(path, accessMode);
         return 1;
     }
     return 0;

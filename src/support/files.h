@@ -10,6 +10,9 @@
 [[nodiscard]] int FileOpenToRead(const std::string& path, std::FILE*& file);
 [[nodiscard]] int FileOpenToWrite(const std::string& path, std::FILE*& file);
 
+// The line of a failed FileOpen, for those who open a file in another way.
+void PrintFileOpenError(const std::string& path, const char* accessMode);
+
 // Closes the file; answers 0. A failure ends the process.
 int FileClose(std::FILE* file);
 
