@@ -22,7 +22,7 @@ int main(int argumentCount, char** arguments) {
         PlayMatch();
         return 0;
     case 2:
-        TuneWeights();
+        TuneWeights();  // never returns
     default:
         MainControl(weights);
         return 0;

@@ -1,6 +1,6 @@
 // The one-way link to a graphical display: a TCP client that mirrors the game as lines of text
 // (docs/gui-protocol.md). The link is on while GlobCfg.Gui is not 0; its socket is then
-// GlobCfg.GuiSocket.
+// GlobCfg.GuiSocket. Until start-up has tried to connect, Gui is only the wish for a link.
 #pragma once
 
 #include <cstddef>

@@ -81,7 +81,7 @@ int PlayGame(const ABWeightPair& players, int beginner, const Position& start, i
     }
     Position& end = slots[slot];
     end.ActivePlayer = WHITE;
-    EvaluatePosition(end, players[slot]);
+    EvaluatePosition(end, players[slot]);  // whose weights do not matter: the stones are counted
     return static_cast<int>(end.Value) / 1000;
 }
 

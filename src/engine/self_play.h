@@ -33,5 +33,6 @@ void AutoBattle(const ABWeightPair& players, int numPairs, int depth);
 
 // Looks for better weights than `start`, from generation to generation: the best set so far is
 // mutated, and the candidate takes its place when it wins a match of up to `numPairs` pairs
-// outright. A match ends early, behind a pair, once the best set leads by more than `margin` wins.
+// outright. A match ends early, behind a pair, once the best set's points, whole ones, exceed the
+// number of games that each side began by more than `margin`.
 [[noreturn]] void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth);

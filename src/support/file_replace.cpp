@@ -116,9 +116,8 @@ FileReplaced ReplaceInPlace(const std::string& path, std::string_view content) {
     }
     bool written = WriteAll(file, content) && Sync(file) &&
                    ftruncate(file, static_cast<::off_t>(content.size())) == 0;
-    if (!written && lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, earlier.str()) &&
-        ftruncate(file, static_cast<::off_t>(earlier.str().size())) != 0) {
-        // The earlier content is back, with some of the new behind it.
+    if (!written && lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, earlier.str())) {
+        std::ignore = ftruncate(file, static_cast<::off_t>(earlier.str().size()));
     }
     written = close(file) == 0 && written;
     return written ? FileReplaced::Done : FileReplaced::NotWritten;

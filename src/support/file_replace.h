@@ -1,4 +1,4 @@
-// Writing a whole file so that at every moment either the old or the new content is there.
+// Writing a whole file without putting its earlier content at risk.
 #pragma once
 
 #include <string>
@@ -13,5 +13,7 @@ enum class FileReplaced {
 // Makes `content` the content of the file. It is written to a new file beside it that then takes
 // its name, so that an earlier file is replaced at once or not at all; its permissions and, where
 // allowed, its owner are kept. A symbolic link stays, and the file it leads to is replaced. What is
-// no regular file, a device or a pipe, is written to directly.
+// no regular file, a device or a pipe, is written to directly. A file in a folder that may not be
+// changed is written over, and its content put back when the new one does not fit: the one case in
+// which an end of the process midway leaves neither.
 [[nodiscard]] FileReplaced FileReplace(const std::string& path, std::string_view content);

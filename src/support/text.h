@@ -1,4 +1,4 @@
-// Editing of text lines in place.
+// Words and white space of text lines, and their editing in place.
 #pragma once
 
 #include <string>
