@@ -13,8 +13,9 @@ inline constexpr int MAX_SEARCH_DEPTH = 20;
 inline constexpr const char* TALUREX_VERSION = "1.1";
 inline constexpr const char* TALUREX_VERSION_DATE = "2003-10-31";
 
-// All zero until SetDefaultConfiguration has filled it at start-up; then changed by the configuration file, the command line and,
-// while the program runs, by commands. Never written back to a file.
+// All zero until SetDefaultConfiguration has filled it at start-up; then changed by the
+// configuration file, the command line and, while the program runs, by commands. Never written back
+// to a file.
 struct GlobalConfiguration {
     int ComputerColor = 0;    // 0: the computer plays WHITE, 1: BLACK, 2: drawn for each new game
     int NumHumanPlayers = 0;  // 0: the computer plays both sides, 1: against a human, 2: two humans

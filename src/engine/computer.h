@@ -13,8 +13,8 @@ enum class Turn { Placement, TowerMove, Pass };
 // Chooses and makes the computer's placement, tower move or pass in `position`, which may be in any
 // phase but not an end position. `next` becomes the position behind it, valued by the search from
 // the view of its side to move; `move` receives the choice (a pass leaves it alone). `depth` is
-// that of the search, 0 to MAX_SEARCH_DEPTH. The search also notes in `position` whether its value
-// is exact. Answers what kind of turn it was.
+// that of the search, 0 to MAX_SEARCH_DEPTH. The search also notes its value in
+// `position`, and whether that is exact. Answers what kind of turn it was.
 Turn MakeComputerTurn(Position& position, int depth, const EvalWeights& weights, Position& next,
                       Move& move);
 

@@ -22,12 +22,9 @@ Tallies TalliesOf(const Position& position) {
 int EvaluatePosition(Position& position, const EvalWeights& weights) {
     const Tallies tallies =
         IsSmallBoard() ? TalliesOf<SmallSet>(position) : TalliesOf<LargeSet>(position);
-    const double random = RandomReal();
     position.EndPosition = tallies.Mobility == 0 ? 1 : 0;
-    const double value = position.EndPosition != 0 ? FinalValue(tallies)
-                                                   : WeightedSum(tallies, OrderWeights(weights)) +
-                                                         weights.Random * random;
-    position.Value = position.ActivePlayer == BLACK ? -value : value;
+    position.Value = PositionValue(tallies, OrderWeights(weights), weights.Random * RandomReal(),
+                                   position.ActivePlayer);
     CountEvaluations(1);
     return position.EndPosition;
 }

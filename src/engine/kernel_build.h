@@ -4,7 +4,8 @@
 // otherwise the linker could take a function of one for the same function of the other.
 #pragma once
 
-// What is built only once, the start-up of the tables among it, uses the generic one.
+// Geometry, which both use, counts no bits in any function of its own. What is built only once, the
+// start-up of the tables among it, uses the generic one.
 #ifndef TALUREX_KERNEL
 #define TALUREX_KERNEL GenericKernel
 #endif

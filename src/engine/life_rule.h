@@ -1,4 +1,5 @@
-// The life rule on sets of spaces: which groups die when a tower leaves its space.
+// The life rule on sets of spaces: which groups die when a tower leaves its space. What a move does
+// is defined by rules/moves.cpp; this is the same, step by step, and the tests hold it to that.
 #pragma once
 
 #include <array>
@@ -46,6 +47,8 @@ inline RunStarts FindRuns(const Geometry<Set>& geometry, Set occupied, int space
 
 // The groups that die behind a tower without life, taken out of `occupied` one after the other: the
 // one farthest from the centre is examined first, and the last one never, once the others are gone.
+// A file can bring groups onto the board that have been dead all along. Then the order decides
+// which of them stays, and one that two runs belong to counts twice.
 template <typename Set>
 inline Set KillBehindPlainTower(const Geometry<Set>& geometry, RunStarts runs, Set life,
                                 Set occupied) {

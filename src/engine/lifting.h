@@ -26,6 +26,12 @@ struct LiftedBoard {
     Tallies Sums;
 };
 
+template <typename Set>
+inline TallyView<Set> ViewOf(const LiftedBoard<Set>& lifted, const SearchBoard<Set>& board,
+                             bool withEnemies) {
+    return {withEnemies, lifted.Occupied, lifted.Life, lifted.Enclosed, board.Owned};
+}
+
 // Takes the lifted tower's share out of the tallies: its own, that of the towers that aimed at it,
 // and the step from enclosed to free of the neighbours that it helped to enclose.
 template <typename Set>
@@ -40,8 +46,8 @@ inline void LiftTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& b
     LoseTarget(board, AimersAt(geometry, board, space), board.Enclosed, owner, life, withEnemies,
                tallies);
 
-    const TallyView<Set> after = {withEnemies, lifted.Occupied, lifted.Life, lifted.Enclosed,
-                                  board.Owned};
+    // From here on the tallies no longer count the lifted tower as anybody's target.
+    const TallyView<Set> after = ViewOf(lifted, board, withEnemies);
     for (Set freed = board.Enclosed & geometry.Neighbours(space); freed != 0;) {
         const int tower = TakeFirst(freed);
         for (int color = WHITE; color <= BLACK; ++color) {
@@ -61,8 +67,7 @@ inline void LiftTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& b
 template <typename Set>
 inline void BuryTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
                         bool withEnemies, LiftedBoard<Set>& lifted) {
-    const TallyView<Set> view = {withEnemies, lifted.Occupied, lifted.Life, lifted.Enclosed,
-                                 board.Owned};
+    const TallyView<Set> view = ViewOf(lifted, board, withEnemies);
     const Set survivors = lifted.Occupied & ~lifted.Dead;
     for (Set dead = lifted.Dead & lifted.Occupied; dead != 0;) {
         const int space = TakeFirst(dead);
@@ -117,6 +122,33 @@ inline Set DeadAfter(const LiftedBoard<Set>& lifted, int target) {
     return dead;
 }
 
+// Changes the tallies of the towers that aim at the target of a move, which has gained life or a
+// new owner, the mover.
+template <typename Set>
+inline void ChangeTarget(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
+                         const LiftedBoard<Set>& lifted, int target, bool gainsLife,
+                         bool withEnemies, Tallies& tallies) {
+    if (!gainsLife && !withEnemies) {
+        return;
+    }
+    const int mover = board.ActivePlayer;
+    const int other = OtherColor(mover);
+    const bool ownTarget = Has(board.Owned[mover], target);
+    const bool otherTarget = Has(board.Owned[other], target);
+    const Set aimers = AimersAt(geometry, board, target) & lifted.Occupied;
+    for (const bool free : {false, true}) {
+        const Set some = aimers & (free ? ~lifted.Enclosed : lifted.Enclosed);
+        const int own = Count(some & board.Owned[mover]);
+        const int others = Count(some & board.Owned[other]);
+        int* targets = &tallies.Sums[TargetSums(free)];
+        targets[TALLY_TO_LIFE] += gainsLife ? SignOf(mover) * (own - others) : 0;
+        if (withEnemies) {
+            targets[TALLY_TO_ENEMY] += ownTarget ? 0 : SignOf(other) * others;
+            targets[TALLY_TO_ENEMY] -= otherTarget ? SignOf(mover) * own : 0;
+        }
+    }
+}
+
 // The tallies behind the move of the lifted tower from `source` to `target`.
 template <typename Set>
 inline Tallies TalliesAfter(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
@@ -132,39 +164,22 @@ inline Tallies TalliesAfter(const Geometry<Set>& geometry, const SearchBoard<Set
         return tallies;
     }
     const int mover = board.ActivePlayer;
-    const int other = OtherColor(mover);
     const int stacked = board.Height[source] + board.Height[target];
     const bool free = !Has(lifted.Enclosed, target);
     const bool sourceLife = Has(board.Life, source);
     const bool targetLife = Has(board.Life, target);
-    const TallyView<Set> view = {withEnemies, lifted.Occupied, lifted.Life, lifted.Enclosed,
-                                 board.Owned};
+    const TallyView<Set> view = ViewOf(lifted, board, withEnemies);
     const bool ownTarget = Has(board.Owned[mover], target);
-    const bool otherTarget = Has(board.Owned[other], target);
-    if (ownTarget || otherTarget) {
-        AddTower(geometry, view, target, ownTarget ? mover : other, board.Height[target],
-                 targetLife, free, -1, tallies);
+    if (ownTarget || Has(board.Owned[OtherColor(mover)], target)) {
+        AddTower(geometry, view, target, ownTarget ? mover : OtherColor(mover),
+                 board.Height[target], targetLife, free, -1, tallies);
     }
     AddTower(geometry, view, target, mover, stacked, sourceLife || targetLife, free, 1, tallies);
 
-    // The towers that aim at the target: it may have gained life, and a new owner.
-    const bool gainsLife = sourceLife && !targetLife;
-    const bool newOwner = withEnemies && !ownTarget;
-    if (!gainsLife && !newOwner) {
-        return tallies;
+    if (ownTarget && (targetLife || !sourceLife)) {
+        return tallies;  // to those that aim at it, the target is what it was
     }
-    const Set aimers = AimersAt(geometry, board, target) & lifted.Occupied;
-    for (int enclosed = 0; enclosed < 2; ++enclosed) {
-        const Set some = aimers & (enclosed != 0 ? lifted.Enclosed : ~lifted.Enclosed);
-        const int own = Count(some & board.Owned[mover]);
-        const int others = Count(some & board.Owned[other]);
-        int* targets = &tallies.Sums[TargetSums(enclosed == 0)];
-        targets[TALLY_TO_LIFE] += gainsLife ? SignOf(mover) * (own - others) : 0;
-        if (newOwner) {
-            targets[TALLY_TO_ENEMY] += SignOf(other) * others;
-            targets[TALLY_TO_ENEMY] -= otherTarget ? SignOf(mover) * own : 0;
-        }
-    }
+    ChangeTarget(geometry, board, lifted, target, sourceLife && !targetLife, withEnemies, tallies);
     return tallies;
 }
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <span>
@@ -202,5 +204,18 @@ double GetRawFlankValue(const Position& position, int x, int y, int color,
 }
 
 double GetFlankValue(double raw) {
-    return 1.0 - std::pow(2.0, -raw);
+    // Boards offer few raw values, and `pow` is slow: a value that comes again is looked up. An
+    // entry not yet used says that the flank value of 0 is 0, which it is.
+    struct Known {
+        double Raw = 0.0;
+        double Value = 0.0;
+    };
+    constexpr int INDEX_BITS = 8;
+    static std::array<Known, 1 << INDEX_BITS> table;
+    const auto bits = std::bit_cast<std::uint64_t>(raw);
+    Known& known = table[bits * 0x9E3779B97F4A7C15U >> (64 - INDEX_BITS)];
+    if (known.Raw != raw) {
+        known = {raw, 1.0 - std::pow(2.0, -raw)};
+    }
+    return known.Value;
 }

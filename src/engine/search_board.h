@@ -67,7 +67,8 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
     return board;
 }
 
-// The towers of `board` whose own height leads them to `space`.
+// The towers of `board` whose own height leads them to `space`. The board is that before a move:
+// callers take out the towers that have left it since.
 template <typename Set>
 inline Set AimersAt(const Geometry<Set>& geometry, const SearchBoard<Set>& board, int space) {
     Set aimers = 0;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <new>
 
 #include "engine/kernel_build.h"
 #include "engine/lifting.h"
@@ -12,6 +13,10 @@
 
 namespace TALUREX_KERNEL {
 namespace {
+
+[[noreturn]] void ExitWithoutMemory() {
+    ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
+}
 
 // A move as the search sees it.
 struct Step {
@@ -36,7 +41,7 @@ struct Level {
     std::array<int, MAX_MOVES> Order;
 };
 
-// What outlives a search, so that none allocates: the levels are made when first needed.
+// What outlives a search, so that the next one need not allocate it again: made when first needed.
 template <typename Set>
 struct Workspace {
     std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;
@@ -84,16 +89,13 @@ struct Search {
     // Counts an evaluation and answers its value, seen from the side to move, here `player`.
     double Evaluate(const Tallies& tallies, int player) {
         ++NumEvaluations;
-        double random = 0.0;
+        double randomTerm = 0.0;
         if (RandomWeight != 0.0) {
-            random = RandomReal();
+            randomTerm = RandomWeight * RandomReal();
         } else {
             ++NumDraws;  // what is drawn does not matter, only that it is drawn
         }
-        const double value = tallies.Mobility == 0
-                                 ? FinalValue(tallies)
-                                 : WeightedSum(tallies, Weights) + RandomWeight * random;
-        return player == BLACK ? -value : value;
+        return PositionValue(tallies, Weights, randomTerm, player);
     }
 
     // Calls `visit(lifted, step)` for every move, in generation order, as long as it answers true.
@@ -172,7 +174,7 @@ struct Search {
         if (level == nullptr) {
             level.reset(new (std::nothrow) Level<Set>);
             if (level == nullptr) {
-                ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
+                ExitWithoutMemory();
             }
         }
         return *level;
@@ -212,7 +214,12 @@ struct Search {
         const BestSoFar best = SearchMoves(board, tallies, depth, treshold, numMoves);
         const double value =
             best.HasMove ? best.Result() : SearchPass(board, tallies, staticValue, depth);
-        return {value, best.Value, best.CutValue, NumEvaluations - before, false};
+        // A pass does not look at the bound: its outcome holds for all.
+        return {.Value = value,
+                .Above = best.Value,
+                .UpTo = best.CutValue,
+                .NumEvaluations = NumEvaluations - before,
+                .IsExact = false};
     }
 
     // The value of a node for the side that moved into it, or LOW_INIT_VALUE when one of its moves
@@ -252,7 +259,10 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
     const Tallies tallies = CountTallies(shape, ViewOf(board, withEnemies), board.Height);
 
-    workspace.Table.BeginSearch();
+    // The children of a shallow search are leaves, which are not kept.
+    if (depth > 1 && !workspace.Table.BeginSearch()) {
+        ExitWithoutMemory();
+    }
     Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies};
     KernelResult result;
     const BestSoFar best =

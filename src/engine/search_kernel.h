@@ -1,4 +1,6 @@
-// One whole search on the compact board. See kernel_build.h for why there are two of them.
+// One whole search on the compact board. See kernel_build.h for why there are two of them. The
+// rules of moving and of life that it follows are those of rules/moves.cpp, and the values and
+// counts those of the plain engine in tests/plain; tests/engine holds it to both.
 #pragma once
 
 #include <cstdint>

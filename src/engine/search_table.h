@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <type_traits>
-#include <vector>
 
 #include "engine/search_board.h"
 
@@ -27,7 +28,7 @@ struct SearchOutcome {
 
 // Entries are found by a hash and compared by the whole position, so that no other position is ever
 // taken for it. A new entry replaces the one in its place, so the table never grows: it takes 4
-// megabytes for small boards and 7 for large ones, of which a short search touches little.
+// megabytes for small boards and 8 for large ones.
 template <typename Set>
 struct SearchTable {
     // All that tells one node from another.
@@ -48,15 +49,17 @@ struct SearchTable {
 
     static constexpr int INDEX_BITS = 15;
 
-    std::vector<Entry> Entries;
+    std::unique_ptr<Entry[]> Entries;
     std::uint64_t Search = 0;  // number of the search under way
 
-    // Forgets what earlier searches found: weights and board size may have changed since.
-    void BeginSearch() {
+    // Forgets what earlier searches found: weights and board size may have changed since. Answers
+    // false when there is no memory for the table.
+    [[nodiscard]] bool BeginSearch() {
         ++Search;
-        if (Entries.empty()) {
-            Entries.resize(std::size_t{1} << INDEX_BITS);
+        if (Entries == nullptr) {
+            Entries.reset(new (std::nothrow) Entry[std::size_t{1} << INDEX_BITS]);
         }
+        return Entries != nullptr;
     }
 
     // The label holds the side to move in bit 0, the depth from bit 1 on and the search from bit 8

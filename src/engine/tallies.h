@@ -5,6 +5,7 @@
 
 #include "engine/kernel_build.h"
 #include "engine/weights.h"
+#include "rules/position.h"
 
 namespace TALUREX_KERNEL {
 
@@ -77,6 +78,15 @@ inline double FinalValue(const Tallies& tallies) {
         }
     }
     return 1000.0 * stones;
+}
+
+// The value of a position, seen from the side to move, here `player`. `randomTerm` enters the value
+// of a position that is not the end.
+inline double PositionValue(const Tallies& tallies, const TallyWeights& weights, double randomTerm,
+                            int player) {
+    const double value =
+        tallies.Mobility == 0 ? FinalValue(tallies) : WeightedSum(tallies, weights) + randomTerm;
+    return player == BLACK ? -value : value;
 }
 
 }  // namespace TALUREX_KERNEL

@@ -55,8 +55,8 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const TallyView<Set>&
     return tallies;
 }
 
-// Takes a target out of the tallies of the towers that aim at it: one that belongs to `owner` (or
-// to nobody) and does or does not hold life.
+// Takes a tower out of the tallies of those that aim at it, who lose it as a target: it belongs to
+// `owner` and does or does not hold life.
 template <typename Set>
 inline void LoseTarget(const SearchBoard<Set>& board, Set aimers, Set enclosed, int owner,
                        bool life, bool withEnemies, Tallies& tallies) {

@@ -87,7 +87,8 @@ void KillGroupsAfterLifeMove(Position& child, const Move& move, int height,
 
 // The life rule behind a move that took no life stone away: the group that was cut apart held one,
 // so one of its parts still does, and the last part is never examined once the others are gone.
-// Looking at the outermost part first finds the dead one soonest.
+// Looking at the outermost part first finds the dead one soonest. The order is part of the rule all
+// the same: in a group without life, which a file can contain, it decides which part stays.
 void KillGroupsAfterPlainMove(Position& child, Representatives groups) {
     if (groups.Count < 2) {
         return;

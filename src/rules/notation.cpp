@@ -1,5 +1,6 @@
 #include "rules/notation.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "rules/referee.h"

@@ -15,7 +15,7 @@ bool IsOccupied(const Position& position, int x, int y) {
 }
 
 bool IsFree(const Position& position, int x, int y) {
-    if (x == 0 || x == GlobCfg.BoardXDim - 1 || y == 0 || y == GlobCfg.BoardYDim - 1) {
+    if (x <= 0 || x >= GlobCfg.BoardXDim - 1 || y <= 0 || y >= GlobCfg.BoardYDim - 1) {
         return true;
     }
     for (int d = 0; d < NUM_DIRECTIONS; ++d) {

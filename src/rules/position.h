@@ -20,7 +20,7 @@ enum ColorCode : int {
 struct Space {
     int Height = 0;  // stones in the tower; 0 exactly when Owner is EMPTY
     int Life = 0;    // 1 when the tower holds a life stone
-    int Owner = 0;   // a ColorCode: the colour of the top stone
+    int Owner = 0;   // a ColorCode: the colour of the top stone; start positions write EMPTY
 
     bool operator==(const Space&) const = default;
 };
@@ -58,6 +58,6 @@ constexpr Place StepFrom(int x, int y, int direction, int distance) {
 // asked.
 [[nodiscard]] bool IsOccupied(const Position& position, int x, int y);
 
-// True when a tower on (x, y), which must lie in the rectangle, is not enclosed on all six sides.
-// Looks at the neighbours only, not at (x, y) itself.
+// True when a tower on (x, y) is not enclosed on all six sides. Looks at the neighbours only, not
+// at (x, y) itself; at the edge of the rectangle, or outside, nothing encloses it.
 [[nodiscard]] bool IsFree(const Position& position, int x, int y);

@@ -34,18 +34,6 @@ int DrawStone(std::array<int, 3>& counts, int numStones) {
     ErrorExit("GenerateRandomStartPosition: Error: Illegal state reached!\n");
 }
 
-bool HasEmptySpace(const Position& position) {
-    for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
-        const ColumnRange columns = BoardColumns(y);
-        for (int x = columns.First; x < columns.End; ++x) {
-            if (position.Spaces[x][y].Owner == EMPTY) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 }  // namespace
 
 void GenerateEmptyStartPosition(Position& position) {
@@ -95,7 +83,7 @@ void DoSetupMove(const Position& parent, const Move& move, Position& child) {
         target = SingleStone(parent.ActivePlayer);
     }
     child.ActivePlayer = OtherColor(parent.ActivePlayer);
-    if (!HasEmptySpace(child)) {
+    if (GetNumMoves(child) == 0) {  // no space is empty
         child.SetupPhase = 0;
         child.ActivePlayer = WHITE;
     }

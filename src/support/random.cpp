@@ -8,7 +8,7 @@
 
 namespace {
 
-int NoInit = 0;  // 1 once the generator is seeded
+int NoInit = 0;  // 1 once the generator is seeded: no other InitRandom is then allowed
 
 }  // namespace
 
