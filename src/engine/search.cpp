@@ -57,9 +57,7 @@ double GetBestMove(Position& position, int depth, const EvalWeights& weights, Mo
         ErrorExit("GetBestMove: Calling Error! No move left\n");
     }
     CountEvaluations(result.NumEvaluations);
-    for (std::int64_t i = 0; i < result.NumDraws; ++i) {
-        static_cast<void>(RandomReal());
-    }
+    SkipRandom(result.NumDraws);
     exactFlag = result.IsExact ? 1 : 0;
     if (depth > 0) {
         position.Value = result.BestValue;

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <tuple>
 
 #include "support/fatal.h"
 #include "support/numbers.h"
@@ -35,4 +36,10 @@ int RandomInt(int n) {
 
 double RandomReal() {
     return std::rand() / 2147483647.0;
+}
+
+void SkipRandom(std::int64_t count) {
+    for (; count > 0; --count) {
+        std::ignore = std::rand();
+    }
 }
