@@ -131,10 +131,16 @@ void PrintTable(const std::vector<BoardText>& boards) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
+    // The repetitions of all benches take turns, so that a busy moment of the machine meets them
+    // all.
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string interleaving = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, interleaving.data());
+    int numArguments = argc + 1;
+    benchmark::Initialize(&numArguments, arguments.data());
     const std::vector<BoardText> boards = ReadBoardFile(TALUREX_BENCH "/positions.txt");
-    auto add = [](const std::string& name, auto... arguments) {
-        benchmark::RegisterBenchmark(name.c_str(), arguments...)
+    auto add = [](const std::string& name, auto... bench) {
+        benchmark::RegisterBenchmark(name.c_str(), bench...)
             ->Repetitions(REPETITIONS)
             ->ReportAggregatesOnly()
             ->Unit(benchmark::kMillisecond);

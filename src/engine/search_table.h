@@ -27,8 +27,8 @@ struct SearchOutcome {
 };
 
 // Entries are found by a hash and compared by the whole position, so that no other position is ever
-// taken for it. A new entry replaces the one in its place, so the table never grows: it takes 4
-// megabytes for small boards and 8 for large ones.
+// taken for it. A new entry replaces the one in its place, so the table never grows: it takes 2
+// megabytes for small boards and 4 for large ones.
 template <typename Set>
 struct SearchTable {
     // All that tells one node from another.
@@ -47,7 +47,7 @@ struct SearchTable {
         SearchOutcome Outcome;
     };
 
-    static constexpr int INDEX_BITS = 15;
+    static constexpr int INDEX_BITS = 14;
 
     std::unique_ptr<Entry[]> Entries;
     std::uint64_t Search = 0;  // number of the search under way
