@@ -36,11 +36,6 @@ std::string Settings() {
     return text;
 }
 
-std::string DefaultSettings() {
-    SetDefaultConfiguration();
-    return Settings();
-}
-
 class ConfigFileTest : public testing::Test {
 protected:
     void SetUp() override { SetDefaultConfiguration(); }
@@ -87,47 +82,6 @@ TEST_F(ConfigFileTest, EveryKeyIsTakenAtItsBoundsAndRefusedBeyond) {
     }
 }
 
-// The ranges as a user knows them; the loop above trusts the table for them.
-TEST_F(ConfigFileTest, RangesAndTheirMessages) {
-    const struct {
-        const char* Line;
-        const char* Range;
-    } refused[] = {
-        {"COMPUTER_COLOR 3", "0-2"},
-        {"NUM_HUMAN_PLAYERS -1", "0-2"},
-        {"COMPUTER_LEVEL -1", ">=0"},
-        {"SETUP_MODE 2", "0-1"},
-        {"BOARD_X_DIM 16", "1-15"},
-        {"BOARD_Y_DIM 10", "1-9"},
-        {"NUM_LIFE_STONES 0", ">=1"},
-        {"NUM_WHITE_STONES -2", ">= -1"},
-        {"SINGLE_DISP_CHAR_FLAG 2", "0-1"},
-        {"RANDOM_SEED -1", ">=0"},
-        {"PRINT_STATUS_FLAG -1", "0-1"},
-        {"GAME_RUN_FLAG 2", "0-1"},
-        {"GUI_PORT 0", ">0"},
-    };
-    for (const auto& line : refused) {
-        const LineResult result = Process(line.Line);
-        EXPECT_EQ(result.Result, 1) << line.Line;
-        EXPECT_NE(result.Errors.find(std::string("(must be ") + line.Range + ")\n"),
-                  std::string::npos)
-            << result.Errors;
-    }
-    for (const char* line : {"NUM_WHITE_STONES -1", "SPECIAL -7", "GUI 5", "GUI_HIGHLIGHTING -1"}) {
-        EXPECT_EQ(Process(line).Result, 0) << line;
-    }
-}
-
-TEST_F(ConfigFileTest, NumbersAreReadInThreeBases) {
-    EXPECT_EQ(Process("COMPUTER_LEVEL 0x10").Result, 0);
-    EXPECT_EQ(GlobCfg.ComputerLevel, 16);
-    EXPECT_EQ(Process("\t NUM_LIFE_STONES\v010").Result, 0);
-    EXPECT_EQ(GlobCfg.NumLifeStones, 8);
-    EXPECT_EQ(Process("BOARD_X_DIM 7columns wide").Result, 0);
-    EXPECT_EQ(GlobCfg.BoardXDim, 7);
-}
-
 TEST_F(ConfigFileTest, DisplayCharacterStandsInQuotes) {
     for (const char mark : {'o', ' ', '\'', '#', '\xe9'}) {
         const std::string value = std::string("'") + mark + "'";
@@ -142,46 +96,6 @@ TEST_F(ConfigFileTest, DisplayCharacterStandsInQuotes) {
                   "Error: Could not read config line value for \"SINGLE_DISP_CHAR\"\n");
     }
     EXPECT_EQ(GlobCfg.SingleDispChar, '*');
-}
-
-TEST_F(ConfigFileTest, CommentsEmptyLinesAndUnknownWords) {
-    for (const char* line : {"", "\n", " \t\r\n", "#", "  # GUI x\n"}) {
-        EXPECT_EQ(Process(line).Result, 0) << line;
-    }
-    for (const char* word : {"board_x_dim", "BOARD_X_DIM=9", "GUI_", "BOARD", "\v#"}) {
-        const LineResult result = Process(std::string(word) + " 9\n");
-        EXPECT_EQ(result.Result, 1) << word;
-        const char* read = word[0] == '\v' ? word + 1 : word;
-        EXPECT_EQ(result.Errors, std::string("Error: Config line keyword \"") + read +
-                                     "\" was not recognized !\n");
-    }
-    // Nothing but white space that is no line space: wrong, and nothing to say about it.
-    const LineResult odd = Process(" \f\v\n");
-    EXPECT_EQ(odd.Result, 1);
-    EXPECT_EQ(odd.Errors, "");
-    EXPECT_EQ(Settings(), DefaultSettings());
-}
-
-TEST_F(ConfigFileTest, FileIsAppliedLineByLine) {
-    const TemporaryFolder folder;
-    const std::string path = folder.Path + "/game.cfg";
-    WriteFile(path, "# comment\n\n  BOARD_X_DIM 9\r\nBOARD_Y_DIM\t8\r\nSINGLE_DISP_CHAR 'o'\n"
-                    "GUI_PORT 17\nBOARD_Y_DIM 7");
-    ReadConfigFile(path);
-    EXPECT_EQ(GlobCfg.BoardXDim, 9);
-    EXPECT_EQ(GlobCfg.BoardYDim, 7);
-    EXPECT_EQ(GlobCfg.SingleDispChar, 'o');
-    EXPECT_EQ(GlobCfg.GuiPort, 17);
-    EXPECT_EQ(GlobCfg.NumLifeStones, 3);
-}
-
-TEST_F(ConfigFileTest, MissingFileIsAWarning) {
-    CaptureStdout();
-    ReadConfigFile("/nowhere/at all.cfg");
-    EXPECT_EQ(GetCapturedStdout(),
-              "FileOpen: error: opening file (/nowhere/at all.cfg) with AccessMode (rb) failed !\n"
-              "Warning! Config file could not be opened! Using default configuration!\n");
-    EXPECT_EQ(Settings(), DefaultSettings());
 }
 
 // The file in the project's root shows every key, and starting there is like starting without one.

@@ -47,13 +47,4 @@ TEST(CommandTable, LinesNameCommands) {
     }
 }
 
-TEST(CommandTable, RowsStandAtTheirId) {
-    for (std::size_t i = 0; i < CommandList.size(); ++i) {
-        EXPECT_EQ(static_cast<int>(i), CommandList[i].Id);
-        std::string line = CommandList[i].Name;
-        EXPECT_EQ(CommandList[i].Id, GetCommand(line)) << CommandList[i].Name;
-        EXPECT_EQ(CommandList[i].HelpPattern == nullptr, CommandList[i].HelpText == nullptr);
-    }
-}
-
 }  // namespace

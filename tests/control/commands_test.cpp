@@ -108,73 +108,6 @@ TEST_F(Commands, UndoGivesTheSameSideItsMoveBack) {
     }
 }
 
-TEST_F(Commands, UndoOnAnEvenBoardGoesBackTwo) {
-    GlobCfg.BoardXDim = 4;
-    GlobCfg.BoardYDim = 2;
-    GenerateEmptyStartPosition(state_->Record.PositionList[0]);
-    Play(9);
-    Type("undo");
-    EXPECT_EQ(7, state_->CurrentMove);
-}
-
-TEST_F(Commands, GamesRunOnWhereTheyCan) {
-    Play(GAME_RECORD_SIZE);  // to the end
-    const int end = state_->Record.LastMove;
-    EXPECT_EQ("game cannot be started in an end position!\n", Type("start"));
-    GoTo(end - 3);
-    EXPECT_EQ("game is finished and cannot be continued!\n", Type("cont"));
-    EXPECT_EQ(end - 3, state_->CurrentMove);
-    EXPECT_EQ(0, GlobCfg.GameRunFlag);
-    EXPECT_EQ("", Type("start"));
-    EXPECT_EQ(1, GlobCfg.GameRunFlag);
-    EXPECT_EQ("game is already started!", Type("/start"));
-    EXPECT_EQ("game is already running!\n", Type("/cont"));
-    EXPECT_EQ("", Type("/stop"));
-    EXPECT_EQ("game is already stopped!\n", Type("stop"));
-
-    state_->Record.LastMove = end - 1;  // a game broken off before its last ply
-    EXPECT_TRUE(Type("cont").starts_with("\n"));
-    EXPECT_EQ(end - 1, state_->CurrentMove);
-    EXPECT_EQ(1, GlobCfg.GameRunFlag);
-}
-
-TEST_F(Commands, RunningGamesAreNotReplaced) {
-    GlobCfg.GameRunFlag = 1;
-    Play(5);
-    for (const char* line : {"/load", "/new", "/boardsize 3 3", "/import x", "/quit"}) {
-        EXPECT_TRUE(Type(line).starts_with("A game is running! Stop it before ")) << line;
-        EXPECT_EQ(5, state_->CurrentMove);
-        EXPECT_EQ(11, GlobCfg.BoardXDim);
-        EXPECT_EQ(0, state_->QuitFlag);
-    }
-    Type("/stop");
-    EXPECT_EQ("See you :-)\n", Type("quit"));
-    EXPECT_EQ(1, state_->QuitFlag);
-}
-
-TEST_F(Commands, NewGamesBeginWithTheirSettings) {
-    Play(60);
-    Type("lifestones 7");
-    Type("boardsize 15 9 and more");
-    EXPECT_EQ(0, state_->CurrentMove);
-    EXPECT_EQ(0, state_->Record.LastMove);
-    EXPECT_EQ(1, GlobCfg.GameRunFlag);
-    EXPECT_EQ(8, state_->Record.PositionList[0].SetupPhase);
-    EXPECT_EQ(115, GetNumMoves(state_->Record.PositionList[0]));
-    GlobCfg.GameRunFlag = 0;
-    for (const char* line :
-         {"boardsize", "boardsize 7", "boardsize 7,5", "boardsize x 5", "boardsize 16 5",
-          "boardsize 0 5", "boardsize 5 10", "boardsize 5 -99999999999"}) {
-        EXPECT_TRUE(Type(line).starts_with("Error in Command!\nusage: /boardsize x_size y_size\n"))
-            << line;
-        EXPECT_EQ(15, GlobCfg.BoardXDim);
-        EXPECT_EQ(9, GlobCfg.BoardYDim);
-    }
-    Type("randomsetup 1");
-    Type("new");
-    EXPECT_EQ(0, state_->Record.PositionList[0].SetupPhase);
-}
-
 TEST_F(Commands, NumbersAreBroughtIntoTheirRange) {
     struct Setting {
         const char* Line;
@@ -205,44 +138,6 @@ TEST_F(Commands, NumbersAreBroughtIntoTheirRange) {
     EXPECT_EQ(INT_HIGHEST, state_->Record.PositionList[0].SetupPhase);
 }
 
-TEST_F(Commands, LevelChangesTheWeightsAndTheDepth) {
-    state_->SearchDepth = 5;
-    Type("level 500");
-    EvalWeights wanted;
-    SetLevel(500, wanted);
-    EXPECT_EQ(wanted.Moves, weights_.Moves);
-    EXPECT_EQ(0, state_->SearchDepth);
-}
-
-TEST_F(Commands, ColorIsThatOfTheHuman) {
-    GlobCfg.NumHumanPlayers = 1;
-    EXPECT_EQ("Your playing color was set to BLACK.\n", Type("color Beige"));
-    EXPECT_EQ(WHITE, state_->ComputerSide);
-    EXPECT_EQ("You are playing the BLACK stones\n", Type("color"));
-    Type("color random");
-    EXPECT_EQ(2, GlobCfg.ComputerColor);
-    EXPECT_EQ(WHITE, state_->ComputerSide);
-    EXPECT_EQ("Your playing color was set to WHITE.\n", Type("color w"));
-    EXPECT_EQ(BLACK, state_->ComputerSide);
-    EXPECT_EQ(BLACK, GlobCfg.ComputerColor);
-    EXPECT_EQ("Error in Command!\nusage: /color [w,b,r]  (white, black or random)\n",
-              Type("col 1"));
-}
-
-TEST_F(Commands, MovePlaysOnAndDropsTheOldContinuation) {
-    Play(30);
-    const Move later = state_->Record.MoveList[20];  // its space is still empty in position 10
-    GoTo(10);
-    const std::string line = "move " + GetMoveString(later, state_->Record.PositionList[20]);
-    EXPECT_TRUE(Type(line).starts_with("\nBLACK is moving"));
-    EXPECT_EQ(11, state_->CurrentMove);
-    EXPECT_EQ(11, state_->Record.LastMove);
-    EXPECT_EQ(later, state_->Record.MoveList[10]);
-    EXPECT_EQ("Error: Move source is already occupied!\nError in Move! Move was not executed!\n",
-              Type(line));
-    EXPECT_EQ(11, state_->Record.LastMove);
-}
-
 // In an end position a player may go on passing, until there is no room for more.
 TEST_F(Commands, FullRecordTakesNoMove) {
     GlobCfg.BoardXDim = 1;
@@ -259,37 +154,6 @@ TEST_F(Commands, FullRecordTakesNoMove) {
     Type("back");
     Type("move p");
     EXPECT_EQ(GAME_RECORD_SIZE - 1, state_->CurrentMove);
-}
-
-TEST_F(Commands, ImportSetsTheDefaultBoardOrNothing) {
-    const ScratchFolder folder;
-    const std::string log = folder.File("a log");
-    WriteFile(log, "000000000\n0000000000\n00000100000\n0000000000\n00000000");
-    Type("boardsize 4 4");
-    Type("/stop");
-    Type("lifestones 9");
-    EXPECT_EQ("Illegal char in import file!\nImporting game from file \"" + log + "\" failed!\n",
-              Type("import " + log));
-    EXPECT_EQ((BoardSettings{4, 4, 9}), GetBoardSettings());
-    WriteFile(log, "000000000\n0000000000\n00000100000\n0000000000\n000000000");
-    EXPECT_TRUE(Type("import " + log)
-                    .ends_with("\nThe game ended 1:0 (WHITE wins)\n\n"
-                               "Game was successfully imported.\n"));
-    EXPECT_EQ(DEFAULT_BOARD, GetBoardSettings());
-    EXPECT_EQ(0, GlobCfg.GameRunFlag);
-}
-
-TEST_F(Commands, FileNamesAreTheFirstWord) {
-    const ScratchFolder folder;
-    Type("save " + folder.File("game") + " other");
-    Type("save " + folder.File("game.TLX"));
-    EXPECT_EQ(2, folder.NumEntries());
-    const std::string file = folder.File("game.tlx");
-    EXPECT_TRUE(Type("load " + file)
-                    .starts_with("Loading game from file: \"" + file +
-                                 "\"!\nloading game was successful.\n"));
-    // A lone form feed is a word to the lookup, but none to scanf.
-    EXPECT_TRUE(Type("load \f").starts_with("Loading game from file: \"quicksave.tlx\"!\n"));
 }
 
 TEST_F(Commands, BrokenCallersEndTheProcess) {

@@ -197,23 +197,6 @@ TEST_F(GuiLinkTest, SignOfZeroIsADifference) {
                              "TMove (0/0) WHITE is moving\nD\n");
 }
 
-// Another game whose shown position has the next number looks like a step forward. Its moved tower
-// is then measured on the old board, where it can reach far beyond all spaces.
-TEST_F(GuiLinkTest, OtherGameWithTheNextNumber) {
-    DisplayPeer peer;
-    NewGame(5, 1, 2);
-    Connect(peer);
-    Show(peer, 0);
-    for (const int x : {2, 3, 0, 1, 4}) {
-        Play(Placement(x));
-    }
-    Play(TowerMove(0, 0));
-    Show(peer, 5);
-    GuiLast.LastPosition.Spaces[0][0].Height = 40;
-    EXPECT_EQ(Show(peer, 6), "L 0 0 1 0\nN -1 -1 -1 -1\nM 0 0 40 0\nS 0 0 0 3 0\nS 1 0 2 0 0\n"
-                             "TMove (6/6) BLACK is moving\nD\n");
-}
-
 // Whole games on many boards, walked through in every way, as a display shows them.
 class MirrorTest : public GuiLinkTest {
 protected:
@@ -306,30 +289,6 @@ TEST_F(MirrorTest, LinesAloneRebuildTheBoard) {
     RecordProperty("bytes", static_cast<int>(Peer.Received.size()));
 }
 
-// The game that is shown is replaced by another, in mid-game, as by the command load.
-TEST_F(MirrorTest, AnotherGameReplacesTheShownOne) {
-    NewGame(11, 5, 3);
-    Connect(Peer);
-    ShowAndCompare(0);
-    for (int i = 0; i < 60; ++i) {
-        Play(AnyPly(Record->PositionList[i]));
-    }
-    ShowAndCompare(60);
-    GlobCfg.BoardXDim = 8;
-    GlobCfg.BoardYDim = 7;
-    GenerateRandomStartPosition(Record->PositionList[0]);
-    Record->LastMove = 0;
-    for (int i = 0; i < 12; ++i) {
-        Play(AnyPly(Record->PositionList[i]));
-    }
-    ShowAndCompare(12);
-    EXPECT_EQ(Shown.Spaces[10][0].Height, 0) << "left over from the larger board";
-    for (int n = 13; n <= 20; ++n) {
-        Play(AnyPly(Record->PositionList[n - 1]));
-        ShowAndCompare(n);
-    }
-}
-
 TEST_F(GuiLinkTest, NobodyListens) {
     const ClosedPort closed;
     GlobCfg.GuiPort = closed.Port;
@@ -354,15 +313,6 @@ TEST_F(GuiLinkTest, NobodyListens) {
                               "Using normal setup\n"),
               std::string::npos);
     EXPECT_EQ(run.ExitStatus, 0);
-}
-
-TEST_F(GuiLinkTest, PortIsTheLowSixteenBits) {
-    DisplayPeer peer;
-    GlobCfg.GuiPort = 3 * 65536 + peer.Port;
-    CaptureStdout();
-    EXPECT_EQ(OpenGuiLink(), 0);
-    GetCapturedStdout();
-    AcceptConnection(peer);
 }
 
 TEST_F(GuiLinkTest, DisplayThatClosesAtOnceAndComesBack) {

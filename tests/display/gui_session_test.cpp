@@ -86,16 +86,4 @@ TEST(GuiSessionTest, CommandsOfAWholeSession) {
     EXPECT_EQ(ReadToEnd(peer), second);
 }
 
-TEST(GuiSessionTest, QuitTakesLeaveOfTheDisplay) {
-    DisplayPeer peer;
-    const TemporaryFolder folder;
-    WriteFile(folder.Path + "/talurex.cfg",
-              "GUI 1\nGAME_RUN_FLAG 0\nGUI_PORT " + std::to_string(peer.Port) + "\n");
-    const ProgramRun run = RunProgram({TALUREX_PROGRAM}, "quit\nnever read\n", folder.Path);
-    EXPECT_EQ(run.ExitStatus, 0);
-    EXPECT_TRUE(run.Output.ends_with("Move (0/0), game stopped: See you :-)\n"));
-    AcceptConnection(peer);
-    EXPECT_EQ(ReadToEnd(peer), "C\n" + NOTHING + Status("(0/0) WHITE") + "Q\n");
-}
-
 }  // namespace

@@ -165,23 +165,4 @@ TEST_F(GameLog, DamagedLogsAreRefusedWithTheirReason) {
     }
 }
 
-TEST_F(GameLog, StartPositionThatIsOverIsAGame) {
-    auto record = std::make_unique<GameRecord>();
-    record->LastMove = 7;
-    EXPECT_EQ(0, Import("000000000\n0000000000\n00000100000\n0000000000\n000000000", *record));
-    EXPECT_EQ(0, record->LastMove);
-    EXPECT_EQ(WHITE, record->PositionList[0].Spaces[5][2].Owner);
-}
-
-TEST_F(GameLog, MissingFileIsNamed) {
-    auto record = std::make_unique<GameRecord>();
-    const std::string missing = folder_.File("none.log");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(1, ImportGame(missing, *record));
-    EXPECT_EQ("FileOpen: error: opening file (" + missing +
-                  ") with AccessMode (rb) failed !\nError: Import file \"" + missing +
-                  "\" could not be opened!\n",
-              testing::internal::GetCapturedStdout());
-}
-
 }  // namespace

@@ -46,12 +46,6 @@ void ExpectRoundTrip(const GameRecord& record, const std::string& file) {
     EXPECT_EQ(text, SavedGameText(*loaded));
 }
 
-std::string Replaced(std::string text, std::string_view part, std::string_view by) {
-    const std::size_t place = text.find(part);
-    EXPECT_NE(std::string::npos, place) << part;
-    return text.replace(place, part.size(), by);
-}
-
 // A whole game on three spaces in a row: WHITE takes the life stone, and BLACK's stone is cut off.
 constexpr std::string_view SMALL_GAME = "DIM(3,1,1)\n"
                                         "# White : -\n"
@@ -167,24 +161,6 @@ TEST_F(SavedGame, NothingIsWrittenPastTheEndOfTheGame) {
         ++record->LastMove;
     }
     EXPECT_EQ(SMALL_GAME, SavedGameText(*record));
-}
-
-TEST_F(SavedGame, LinesMayBeEditedByHand) {
-    auto record = std::make_unique<GameRecord>();
-    auto edited = std::make_unique<GameRecord>();
-    ASSERT_EQ(0, Load(SMALL_GAME, *record));
-    for (const std::string_view text : {
-             "DIM( 3, 0x1,1\n  # note\nb1\tc1 behind\na1 -- \na1-b1 c1 b1",
-             "DIM(3,1,1) behind\nB1  C1\nA1\n#\nA1B1  C1B1 and more\nwhat comes now is not read",
-         }) {
-        ASSERT_EQ(0, Load(text, *edited)) << printed_;
-        EXPECT_EQ(-1, FirstDifference(*record, *edited)) << text;
-    }
-    // WHITE's ply is one word: with a blank in it, its second half would be BLACK's.
-    EXPECT_EQ(1, Load("DIM(3,1,1)\nB1  C1\nA1\nA1 -B1  C1-B1", *edited));
-    ASSERT_EQ(0, Load(BLACK_PASSES, *record));
-    ASSERT_EQ(0, Load(Replaced(std::string(BLACK_PASSES), ": 1 * 1 ", ":1* 1 2 more"), *edited));
-    EXPECT_EQ(-1, FirstDifference(*record, *edited));
 }
 
 TEST_F(SavedGame, GamesThatAreOverWhenTheSetupEndsNeedNoFurtherLine) {
@@ -306,21 +282,6 @@ TEST_F(SavedGame, AnyDamageIsRefusedWholeOrIsAnotherGame) {
     }
     EXPECT_GT(numRefused, 300);
     EXPECT_LT(numRefused, 1200);
-}
-
-TEST_F(SavedGame, FilesThatCannotBeOpenedAreNamed) {
-    auto record = std::make_unique<GameRecord>();
-    const std::string missing = folder_.File("no/game.tlx");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(1, LoadGame(missing, *record));
-    EXPECT_EQ(1, SaveGame(*record, missing));
-    EXPECT_EQ("FileOpen: error: opening file (" + missing + ") with AccessMode (rb) failed !\n" +
-                  "Error! Savegame file \"" + missing +
-                  "\" could not be opened for reading!\n"
-                  "FileOpen: error: opening file (" +
-                  missing + ") with AccessMode (wb) failed !\n" + "Error! Savegame file \"" +
-                  missing + "\" could not be opened for writing!\n",
-              testing::internal::GetCapturedStdout());
 }
 
 TEST_F(SavedGame, LinesUpToTheLimitAreReadAndLongerOnesEndTheProcess) {

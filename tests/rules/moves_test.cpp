@@ -32,29 +32,6 @@ TEST(Moves, AreListedInOneOrder) {
               "D1-B1 D1-D3 ");
 }
 
-// What a tower can land on: life stones, both colours; never a gap, the corner cut off, or nothing.
-TEST(Moves, LandOnWhateverIsThere) {
-    EXPECT_EQ(MoveList(ReadBoardText("targets 7 1 white : w3 . . r . w2 b1")), "A1-D1 F1-D1 ");
-    EXPECT_EQ(MoveList(ReadBoardText("targets 7 1 black : w3 . . r . w2 b1")), "G1-F1 ");
-    EXPECT_EQ(MoveList(ReadBoardText("corner 3 3 white : - . w2; w1 . .; . . -")), "");
-}
-
-TEST(Moves, StackTheTowers) {
-    UseBoard(6, 1);
-    Position child;
-    DoMove(ReadBoardText("stack 6 1 black : b1 w2 . r . .").Board,
-           {.Kind = MOVE_TOWER, .Column = 0, .Row = 0, .Direction = 0}, child);
-    EXPECT_EQ(child.Spaces[1][0], (Space{.Height = 3, .Life = 0, .Owner = BLACK}));
-
-    // A life stone stays in the tower, whichever of the two had it.
-    for (const char* line :
-         {"stack 6 1 black : b1 r . . . .", "stack 6 1 black : b1* w1 . . . ."}) {
-        DoMove(ReadBoardText(line).Board,
-               {.Kind = MOVE_TOWER, .Column = 0, .Row = 0, .Direction = 0}, child);
-        EXPECT_EQ(child.Spaces[1][0], (Space{.Height = 2, .Life = 1, .Owner = BLACK}));
-    }
-}
-
 // Behind a move or a pass the other side sees the value the other way round; a zero changes its
 // sign as well. The flags of the search travel along.
 TEST(Moves, TurnTheValueRound) {
@@ -76,23 +53,4 @@ TEST(Moves, TurnTheValueRound) {
         expected.Spaces = child.Spaces;
         EXPECT_TRUE(SamePosition(child, expected));
     }
-}
-
-TEST(Moves, AreEmptySpacesWhileStonesArePlaced) {
-    UseBoard(11, 5);
-    Position position;
-    position.SetupPhase = 1;
-    for (auto& column : position.Spaces) {
-        column.fill({.Height = 0, .Life = 0, .Owner = EMPTY});
-    }
-    EXPECT_EQ(GetNumMoves(position), 49);
-    position.Spaces[5][2] = {.Height = 1, .Life = 0, .Owner = BLACK};
-    EXPECT_EQ(GetNumMoves(position), 48);
-}
-
-TEST(GameRecord, HasRoomForAllButTheLastEntry) {
-    EXPECT_TRUE(RecordHasRoom(0));
-    EXPECT_TRUE(RecordHasRoom(GAME_RECORD_SIZE - 2));
-    EXPECT_EQ(StdoutOf([] { EXPECT_FALSE(RecordHasRoom(GAME_RECORD_SIZE - 1)); }),
-              "Error: Game record is full!\n");
 }

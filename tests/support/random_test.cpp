@@ -7,21 +7,6 @@
 
 #include "support/fatal.h"
 
-TEST(Random, IntegersStayInTheirRangeAndReachAllOfIt) {
-    for (const int n : {1, 2, 7}) {
-        std::array<int, 7> hits{};
-        for (int i = 0; i < 7000; ++i) {
-            const int draw = RandomInt(n);
-            ASSERT_GE(draw, 0);
-            ASSERT_LT(draw, n);
-            ++hits[draw];
-        }
-        for (int k = 0; k < n; ++k) {
-            EXPECT_NEAR(hits[k], 7000 / n, 300);
-        }
-    }
-}
-
 // One draw of `rand` each: the same seed gives the same sequence to every version of the program.
 TEST(Random, IsTheStandardGenerator) {
     InitRandom(5);
