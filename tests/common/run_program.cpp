@@ -1,9 +1,6 @@
 #include "common/run_program.h"
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -23,40 +20,10 @@ void Redirect(const std::string& path, int flags, int descriptor) {
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "talurex-test-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) {
-        ErrorExit("TemporaryFolder: cannot make %s\n", name.c_str());
-    }
-    Path = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(Path, ignored);
-}
-
-void WriteFile(const std::string& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    file.close();
-    if (!file) {
-        ErrorExit("WriteFile: cannot write %s\n", path.c_str());
-    }
-}
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        ErrorExit("ReadFile: cannot read %s\n", path.c_str());
-    }
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 ProgramRun RunProgram(const std::vector<std::string>& command, const std::string& input,
                       const std::string& folder) {
-    const TemporaryFolder streams;
-    WriteFile(streams.Path + "/in", input);
+    const ScratchFolder streams;
+    WriteFile(streams.File("in"), input);
     std::vector<char*> arguments;
     for (const std::string& word : command) {
         arguments.push_back(const_cast<char*>(word.c_str()));
@@ -64,9 +31,9 @@ ProgramRun RunProgram(const std::vector<std::string>& command, const std::string
     arguments.push_back(nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        Redirect(streams.Path + "/in", O_RDONLY, 0);
-        Redirect(streams.Path + "/out", O_WRONLY | O_CREAT, 1);
-        Redirect(streams.Path + "/err", O_WRONLY | O_CREAT, 2);
+        Redirect(streams.File("in"), O_RDONLY, 0);
+        Redirect(streams.File("out"), O_WRONLY | O_CREAT, 1);
+        Redirect(streams.File("err"), O_WRONLY | O_CREAT, 2);
         if (chdir(folder.c_str()) == 0) {
             execvp(arguments[0], arguments.data());
         }
@@ -76,6 +43,6 @@ ProgramRun RunProgram(const std::vector<std::string>& command, const std::string
     if (child == -1 || waitpid(child, &status, 0) != child) {
         ErrorExit("RunProgram: cannot run %s\n", command[0].c_str());
     }
-    return {ReadFile(streams.Path + "/out"), ReadFile(streams.Path + "/err"),
+    return {ReadFile(streams.File("out")), ReadFile(streams.File("err")),
             WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status)};
 }

@@ -34,9 +34,9 @@ TEST(DocumentsTest, ManPageKnowsEveryOptionAndKey) {
 
 // The program itself lists its commands, as "/load, /save, ...".
 TEST(DocumentsTest, ManPageKnowsEveryCommand) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const std::string page = ReadFile(TALUREX_SOURCE_DIR "/docs/talurex.6");
-    const std::string help = RunProgram({TALUREX_PROGRAM}, "/help\n", folder.Path).Output;
+    const std::string help = RunProgram({TALUREX_PROGRAM}, "/help\n", folder.Path()).Output;
     const std::size_t begin = help.find("/load,");
     ASSERT_NE(begin, std::string::npos);
     std::istringstream list(help.substr(begin, help.find("\n\n", begin) - begin));

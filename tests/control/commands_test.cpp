@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "common/random_games.h"
+#include "common/scratch_folder.h"
 #include "control/help.h"
 #include "control/interpreter.h"
 #include "control/main_loop.h"
-#include "random_games.h"
 #include "rules/notation.h"
-#include "scratch_folder.h"
 #include "support/numbers.h"
 
 namespace {

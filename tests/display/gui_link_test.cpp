@@ -304,9 +304,9 @@ TEST_F(GuiLinkTest, NobodyListens) {
         EXPECT_EQ(GlobCfg.Gui, 0);
     }
     EXPECT_EQ(OpenDescriptors(), before);
-    const TemporaryFolder folder;
-    WriteFile(folder.Path + "/talurex.cfg", "GUI_PORT " + std::to_string(closed.Port) + "\n");
-    const ProgramRun run = RunProgram({TALUREX_PROGRAM, "-gui", "-players=2"}, "", folder.Path);
+    const ScratchFolder folder;
+    WriteFile(folder.File("talurex.cfg"), "GUI_PORT " + std::to_string(closed.Port) + "\n");
+    const ProgramRun run = RunProgram({TALUREX_PROGRAM, "-gui", "-players=2"}, "", folder.Path());
     EXPECT_EQ(run.Errors, "Socket connection to gui failed!\n");
     EXPECT_NE(run.Output.find("Talurex KI-Level: 5000\n"
                               "Connection to GUI could not be established!\nGUI is disabled!\n"

@@ -29,10 +29,10 @@ std::string EmptyBoard(int columns, int rows) {
 // Five spaces in a row, C and D the life stones: A onto B, pass, E onto D.
 TEST(GuiSessionTest, CommandsOfAWholeSession) {
     DisplayPeer peer;
-    const TemporaryFolder folder;
-    WriteFile(folder.Path + "/talurex.cfg", "BOARD_X_DIM 5\nBOARD_Y_DIM 1\nNUM_LIFE_STONES 2\n"
-                                            "NUM_HUMAN_PLAYERS 2\nGUI_PORT " +
-                                                std::to_string(peer.Port) + "\n");
+    const ScratchFolder folder;
+    WriteFile(folder.File("talurex.cfg"), "BOARD_X_DIM 5\nBOARD_Y_DIM 1\nNUM_LIFE_STONES 2\n"
+                                          "NUM_HUMAN_PLAYERS 2\nGUI_PORT " +
+                                              std::to_string(peer.Port) + "\n");
     const struct {
         const char* Line;
         std::string Update;
@@ -72,7 +72,7 @@ TEST(GuiSessionTest, CommandsOfAWholeSession) {
     input += "gui 1\nnew\n";
     const std::string second = NOTHING + Status("(6/8) BLACK") + NOTHING + EmptyBoard(5, 1) +
                                Status("(0/0) WHITE") + "Q\n";
-    const ProgramRun run = RunProgram({TALUREX_PROGRAM, "-gui"}, input, folder.Path);
+    const ProgramRun run = RunProgram({TALUREX_PROGRAM, "-gui"}, input, folder.Path());
     EXPECT_EQ(run.ExitStatus, 0);
     EXPECT_EQ(run.Errors, "");
     EXPECT_NE(run.Output.find("GUI usage was disabled!\n"), std::string::npos);

@@ -5,13 +5,13 @@
 #include <memory>
 #include <sstream>
 
+#include "common/scratch_folder.h"
 #include "config/board_settings.h"
 #include "control/command_table.h"
 #include "control/main_loop.h"
 #include "fuzz/fuzz_support.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
-#include "scratch_folder.h"
 #include "support/text.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "common/random_games.h"
 #include "config/board_settings.h"
 #include "gamefiles/saved_game.h"
-#include "random_games.h"
 
 void Require(bool condition, const char* what) {
     if (!condition) {

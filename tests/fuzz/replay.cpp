@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "common/scratch_folder.h"
 #include "fuzz/fuzz_support.h"
-#include "scratch_folder.h"
 
 int main(int argc, char** argv) {
     int numFiles = 0;

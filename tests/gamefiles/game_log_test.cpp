@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "random_games.h"
+#include "common/random_games.h"
+#include "common/scratch_folder.h"
 #include "rules/notation.h"
-#include "scratch_folder.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "random_games.h"
-#include "scratch_folder.h"
+#include "common/random_games.h"
+#include "common/scratch_folder.h"
 #include "support/numbers.h"
 
 namespace {

@@ -111,14 +111,3 @@ TEST(BoardText, WrittenReadsBackTheSame) {
         }
     }
 }
-
-TEST(BoardTextDeathTest, RefusesLinesThatAreNoBoard) {
-    for (const char* line :
-         {"a 3 1 white : w1 b1", "a 3 1 white : w1 b1 r r", "a 3 1 red : w1 b1 r",
-          "a 3 1 white : w1 b0 r", "a 3 1 white : w1 b1 x", "a 3 1 white : w1 b1 r; r",
-          "a 16 1 white : w1", "a 2 3 white : b1 b1; b1 w1; r -",
-          "a 2 3 white : - b1; b1 w1; - -"}) {
-        EXPECT_EXIT((void)ReadBoardText(line), testing::ExitedWithCode(1), "ReadBoardText: Error")
-            << line;
-    }
-}

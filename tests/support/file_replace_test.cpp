@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-#include "scratch_folder.h"
+#include "common/scratch_folder.h"
 
 namespace {
 
