@@ -6,15 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "rules/game_record.h"
+#include "display/gui_update.h"
 
-// What the display was last sent. It outlives the connection: after a reconnection the next update
-// builds on it.
-struct GuiMirror {
-    int Started = 0;  // 1 once the clear line of the process is used up
-    Position LastPosition;
-    int LastMoveNr = 0;
-};
 extern GuiMirror GuiLast;
 
 // Connects to the display on the loopback address at GuiPort. Answers 0, or 1 after a line on
