@@ -184,7 +184,7 @@ void DoEvaluate(const std::string& argument, const PlayState& state) {
 void DoMoveCommand(const std::string& argument, PlayState& state) {
     GameRecord& record = state.Record;
     const int n = state.CurrentMove;
-    if (!RecordHasRoom(n) || DoPlayerMove(argument, record.PositionList[n],
+    if (!CheckRecordRoom(n) || DoPlayerMove(argument, record.PositionList[n],
                                           record.PositionList[n + 1], record.MoveList[n]) != 0) {
         std::printf("Error in Move! Move was not executed!\n");
         return;

@@ -76,7 +76,7 @@ std::string SearchAndMove(PlayState& state, const EvalWeights& weights) {
 }
 
 void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
-    if (!RecordHasRoom(state.CurrentMove)) {
+    if (!CheckRecordRoom(state.CurrentMove)) {
         GlobCfg.GameRunFlag = 0;  // or the same turn would come again for ever
         return;
     }
@@ -91,7 +91,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
-    if (!RecordHasRoom(state.CurrentMove)) {
+    if (!CheckRecordRoom(state.CurrentMove)) {
         return;
     }
     GameRecord& record = state.Record;

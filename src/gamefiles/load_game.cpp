@@ -90,13 +90,13 @@ void ReadBoardRow(Reader& reader, int y) {
             reader.Error = true;
             return;
         }
-        Current(reader).Spaces[x][y] = SingleStone(stone);
+        Current(reader).Spaces[x][y] = SpaceWith(stone);
     }
 }
 
 // Reads the drawing of a random start position.
 void ReadStartPosition(Reader& reader) {
-    BeginMovePhase(Current(reader));
+    ResetAllButSpaces(Current(reader));
     for (int y = 0; y < GlobCfg.BoardYDim && !reader.Error; ++y) {
         ReadBoardRow(reader, y);
         // Behind a drawing that is the end of its game there need not be a line.
@@ -168,7 +168,7 @@ void ReadTowerMove(Reader& reader) {
 void ReadPlyOrBreak(Reader& reader) {
     if (reader.Line.starts_with("BREAK")) {
         reader.Break = true;
-    } else if (!RecordHasRoom(reader.Ply)) {
+    } else if (!CheckRecordRoom(reader.Ply)) {
         reader.Error = true;
     } else if (Current(reader).SetupPhase != 0) {
         ReadPlacement(reader);

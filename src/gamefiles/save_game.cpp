@@ -7,20 +7,20 @@
 #include "config/board_settings.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
+#include "rules/setup.h"
 #include "support/fatal.h"
 #include "support/file_replace.h"
-#include "support/numbers.h"
 
 namespace {
 
 // The settings that the start of this game needs when it is loaded again. The number of life stones
 // may have been changed since for the next game; a game that began with the normal setup carries
-// its own in the counter of its start position, which stops at INT_HIGHEST.
+// its own in the counter of its start position.
 BoardSettings SettingsOf(const GameRecord& record) {
     BoardSettings settings = GetBoardSettings();
     const int counter = record.PositionList[0].SetupPhase;
     if (counter != 0) {
-        settings.LifeStones = counter == INT_HIGHEST ? INT_HIGHEST : counter - 1;
+        settings.LifeStones = LifeStonesOfCounter(counter);
     }
     return settings;
 }

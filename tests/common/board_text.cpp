@@ -17,12 +17,12 @@ std::string_view TakeField(std::string_view& text, char separator) {
 }
 
 bool ReadSpace(std::string_view word, bool onBoard, Space& space) {
-    space = SingleStone(EMPTY);
+    space = SpaceWith(EMPTY);
     if (word == "-" || word == ".") {
         return onBoard == (word == ".");
     }
     if (word == "r") {
-        space = SingleStone(LIFE);
+        space = SpaceWith(LIFE);
         return onBoard;
     }
     if (word.empty() || (word.front() != 'w' && word.front() != 'b')) {
@@ -50,7 +50,7 @@ bool ReadHead(std::string_view text, BoardText& board) {
     board.BoardXDim = ReadInt(ScanWord(text, &text)).value_or(0);
     board.BoardYDim = ReadInt(ScanWord(text, &text)).value_or(0);
     const std::string_view side = ScanWord(text, &text);
-    BeginMovePhase(board.Board);
+    ResetAllButSpaces(board.Board);
     board.Board.ActivePlayer = side == "black" ? BLACK : WHITE;
     return board.BoardXDim >= 1 && board.BoardXDim <= MAX_BOARD_X_DIM && board.BoardYDim >= 1 &&
            board.BoardYDim <= MAX_BOARD_Y_DIM && (side == "white" || side == "black") &&

@@ -26,7 +26,7 @@ inline Position RandomStart(std::mt19937& random, int game) {
                 Space& space = position.Spaces[x][y];
                 const int chance = RandomBelow(random, 8);
                 if (chance < 2) {
-                    space = SingleStone(EMPTY);
+                    space = SpaceWith(EMPTY);
                 } else if (chance == 2 && space.Owner < LIFE) {
                     space.Height += RandomBelow(random, 20);
                     space.Life = RandomBelow(random, 2);
