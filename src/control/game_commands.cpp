@@ -151,7 +151,7 @@ void DoBoardSize(const std::string& argument, PlayState& state) {
         PrintUsageError(COMMAND_BOARDSIZE);
         return;
     }
-    if (*x < 1 || *x > MAX_BOARD_X_DIM || *y < 1 || *y > MAX_BOARD_Y_DIM) {
+    if (!IsBoardSize(*x, *y)) {
         PrintUsageError(COMMAND_BOARDSIZE);
         std::printf("x_size: 1-%i\n", MAX_BOARD_X_DIM);
         std::printf("y_size: 1-%i\n", MAX_BOARD_Y_DIM);

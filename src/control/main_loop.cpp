@@ -18,7 +18,8 @@
 
 namespace {
 
-// The longest line taken at once; what is longer is read in pieces, each a line of its own.
+// The most characters taken at once, a line feed among them; what is longer is read in pieces, each
+// a line of its own.
 constexpr int INPUT_LINE_LENGTH = 198;
 
 void StartPlay(PlayState& state) {
