@@ -7,9 +7,6 @@
 inline constexpr int MAX_BOARD_X_DIM = 15;
 inline constexpr int MAX_BOARD_Y_DIM = 9;
 
-// The deepest search: 0 is one ply, 20 are 21 plies.
-inline constexpr int MAX_SEARCH_DEPTH = 20;
-
 inline constexpr const char* TALUREX_VERSION = "1.1";
 inline constexpr const char* TALUREX_VERSION_DATE = "2003-10-31";
 

@@ -1,6 +1,6 @@
 #include "engine/evaluation.h"
 
-#include "engine/tally_count.h"
+#include "kernel/tally_count.h"
 #include "support/numbers.h"
 #include "support/random.h"
 

@@ -1,13 +1,13 @@
-#include "engine/search_kernel.h"
+#include "kernel/search_kernel.h"
 
 #include <array>
 #include <memory>
 #include <new>
 
-#include "engine/kernel_build.h"
-#include "engine/lifting.h"
-#include "engine/search.h"
-#include "engine/search_table.h"
+#include "kernel/kernel_build.h"
+#include "kernel/lifting.h"
+#include "kernel/move_order.h"
+#include "kernel/search_table.h"
 #include "support/fatal.h"
 #include "support/random.h"
 

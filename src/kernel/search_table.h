@@ -11,7 +11,7 @@
 #include <new>
 #include <type_traits>
 
-#include "engine/search_board.h"
+#include "kernel/search_board.h"
 
 namespace TALUREX_KERNEL {
 

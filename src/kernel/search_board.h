@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "engine/bit_set.h"
-#include "engine/geometry.h"
+#include "kernel/bit_set.h"
+#include "kernel/geometry.h"
 #include "rules/position.h"
 
 namespace TALUREX_KERNEL {

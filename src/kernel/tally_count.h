@@ -1,8 +1,8 @@
 // Counting the tallies of towers on the compact board.
 #pragma once
 
-#include "engine/search_board.h"
-#include "engine/tallies.h"
+#include "kernel/search_board.h"
+#include "kernel/tallies.h"
 
 namespace TALUREX_KERNEL {
 

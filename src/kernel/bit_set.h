@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "engine/kernel_build.h"
+#include "kernel/kernel_build.h"
 
 using SmallSet = std::uint64_t;
 __extension__ using LargeSet = unsigned __int128;

@@ -5,9 +5,12 @@
 
 #include <cstdint>
 
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
+
+// The deepest search: 0 is one ply, 20 are 21 plies.
+inline constexpr int MAX_SEARCH_DEPTH = 20;
 
 struct KernelResult {
     double Value = 0.0;      // the value of the position for the side that moved into it

@@ -6,9 +6,9 @@
 
 #include <array>
 
-#include "engine/life_rule.h"
-#include "engine/search_board.h"
-#include "engine/tally_count.h"
+#include "kernel/life_rule.h"
+#include "kernel/search_board.h"
+#include "kernel/tally_count.h"
 
 namespace TALUREX_KERNEL {
 

@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "engine/bit_set.h"
-#include "engine/geometry.h"
+#include "kernel/bit_set.h"
+#include "kernel/geometry.h"
 
 namespace TALUREX_KERNEL {
 

@@ -1,4 +1,4 @@
-#include "engine/geometry.h"
+#include "kernel/geometry.h"
 
 #include "rules/position.h"
 

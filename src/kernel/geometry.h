@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "engine/bit_set.h"
+#include "kernel/bit_set.h"
 #include "rules/board.h"
 
 // A tower of REACH_NONE stones or more lands off every board: such heights share one table row.

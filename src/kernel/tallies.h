@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "engine/kernel_build.h"
-#include "engine/weights.h"
+#include "kernel/kernel_build.h"
+#include "kernel/weights.h"
 #include "rules/position.h"
 
 namespace TALUREX_KERNEL {
