@@ -22,8 +22,6 @@
 
 namespace {
 
-using namespace TALUREX_KERNEL;
-
 constexpr int REPETITIONS = 5;
 
 // Nanoseconds per counted evaluation of every repetition, by name of the position.

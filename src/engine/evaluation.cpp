@@ -8,8 +8,6 @@ int EvalCount = 0;
 
 namespace {
 
-using namespace TALUREX_KERNEL;
-
 template <typename Set>
 Tallies TalliesOf(const Position& position) {
     const Geometry<Set>& geometry = CurrentGeometry<Set>();

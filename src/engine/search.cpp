@@ -35,6 +35,9 @@ void ReportCutOff(const Position& position, const KernelResult& result) {
 double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
                    int& exactFlag) {
     const KernelResult result = SearchWithBestKernel(position, depth, weights);
+    if (result.IsOutOfMemory) {
+        ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
+    }
     if (!result.HasMove) {
         ErrorExit("GetBestMove: Calling Error! No move left\n");
     }

@@ -13,7 +13,7 @@
 
 #include "kernel/search_board.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // What the search of a node found. The bound takes no part in a search but to end it: the moves are
 // tried in the same order, with the same results, until one reaches the bound. So the same outcome
@@ -83,4 +83,4 @@ struct SearchTable {
     }
 };
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

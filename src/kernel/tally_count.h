@@ -4,7 +4,7 @@
 #include "kernel/search_board.h"
 #include "kernel/tallies.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // The sets that tallies are counted over.
 template <typename Set>
@@ -80,4 +80,4 @@ inline void LoseTarget(const SearchBoard<Set>& board, Set aimers, Set enclosed, 
     tallies.Mobility -= Count(aimers & ~enclosed);
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

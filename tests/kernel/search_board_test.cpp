@@ -7,8 +7,6 @@
 
 namespace {
 
-using namespace TALUREX_KERNEL;
-
 Tallies PlainTallies(const Position& position) {
     const plain::Tallies plain = plain::CountTallies(position);
     Tallies tallies;
