@@ -5,9 +5,6 @@
 
 #include "config/board_settings.h"
 
-// The deepest search: 0 is one ply, 20 are 21 plies.
-inline constexpr int MAX_SEARCH_DEPTH = 20;
-
 inline constexpr const char* TALUREX_VERSION = "1.1";
 inline constexpr const char* TALUREX_VERSION_DATE = "2003-10-31";
 

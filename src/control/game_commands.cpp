@@ -12,6 +12,7 @@
 #include "display/gui_link.h"
 #include "display/terminal_board.h"
 #include "engine/report.h"
+#include "kernel/search_kernel.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"

@@ -9,6 +9,7 @@
 #include "display/gui_link.h"
 #include "engine/computer.h"
 #include "engine/evaluation.h"
+#include "kernel/search_kernel.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"

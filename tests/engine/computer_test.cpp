@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "common/captured.h"
+#include "common/engine_games.h"
 #include "engine/computer.h"
-#include "engine/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/placement.h"
 #include "engine/report.h"

@@ -8,7 +8,7 @@
 
 #include "common/board_text.h"
 #include "common/random_games.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // A board size, every third time the default one, and a start position of the move phase.
 inline Position RandomStart(std::mt19937& random, int game) {
