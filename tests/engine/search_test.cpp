@@ -46,14 +46,14 @@ enum class Engine { Fast, Plain };
 Outcome SearchWith(Engine engine, Position position, int depth, const EvalWeights& weights,
                    unsigned seed) {
     Move move;
-    std::srand(seed);
+    SeedRandom(seed);
     EvalCount = 0;
     plain::EvalCount = 0;
     const auto search = engine == Engine::Fast ? GetBestMove : plain::GetBestMove;
     const double value = search(position, depth, weights, move, position.ExactValue);
     return {
         BitsOf(value),       BitsOf(position.Value),       move.Column, move.Row, move.Direction,
-        position.ExactValue, EvalCount + plain::EvalCount, std::rand()};
+        position.ExactValue, EvalCount + plain::EvalCount, DrawRandom()};
 }
 
 // Deep enough to meet passes, ends and repeated positions, and still quick for the plain search.
@@ -73,7 +73,7 @@ TEST(Search, FindsWhatThePlainSearchFinds) {
                 const Outcome fast = SearchWith(Engine::Fast, position, depth, weights, seed);
                 ASSERT_EQ(fast, SearchWith(Engine::Plain, position, depth, weights, seed))
                     << WriteBoardText("position", position) << " depth " << depth;
-                std::srand(seed);
+                SeedRandom(seed);
                 const KernelResult generic =
                     GenericKernel::SearchPosition(position, depth, weights, nullptr);
                 ASSERT_EQ(BitsOf(generic.Value), fast.Value);
@@ -182,17 +182,17 @@ TEST(Search, AStoppedSearchLeavesNoTrace) {
             ReportsUntilStop = RandomBelow(random, 8);
             Position position = board.Board;
             EvalCount = 0;
-            std::srand(9);
+            SeedRandom(9);
             if (ReportsUntilStop == 0) {
                 StopFlag = 1;
             }
             LastProgress = {};
             const SearchWatch watch = {StopFlag, StopInTime};
             const SearchResult result = SearchPosition(position, depth, weights, &watch);
-            const int draw = std::rand();
-            std::srand(9);
+            const int draw = DrawRandom();
+            SeedRandom(9);
             SkipRandom(EvalCount);
-            ASSERT_EQ(draw, std::rand()) << "after " << EvalCount << " evaluations";
+            ASSERT_EQ(draw, DrawRandom()) << "after " << EvalCount << " evaluations";
             numStopped += result.WasStopped ? 1 : 0;
             if (result.WasStopped) {
                 EXPECT_LT(EvalCount, expected.Count);
