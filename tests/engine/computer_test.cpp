@@ -143,18 +143,19 @@ TEST(Computer, PlaysEveryKindOfTurn) {
     Position last;
     std::string message;
     Move move;
-    EXPECT_EQ(DoComputerMove(position, 2, WeightsOf(1000), next, message, move), 3);
+    SearchEffort effort = {.Depth = 2};
+    EXPECT_EQ(DoComputerMove(position, effort, WeightsOf(1000), next, message, move), 3);
     EXPECT_EQ(message, "Talurex does move: (A1-B1)\n");
     EXPECT_EQ(next.Value, -5000.0);
     EXPECT_EQ(next.ExactValue, 1);
     const Move before = move;
-    EXPECT_EQ(DoComputerMove(next, 2, WeightsOf(1000), last, message, move), 0);
+    EXPECT_EQ(DoComputerMove(next, effort, WeightsOf(1000), last, message, move), 0);
     EXPECT_EQ(message, "Talurex is passing\n");
     EXPECT_EQ(last.Value, 5000.0);
     EXPECT_EQ(move, before);
 
     GenerateEmptyStartPosition(position);
-    EXPECT_EQ(DoComputerMove(position, 0, WeightsOf(1000), next, message, move), 6);
+    EXPECT_EQ(DoComputerMove(position, effort, WeightsOf(1000), next, message, move), 6);
     EXPECT_EQ(message, "Talurex does setup move: (" +
                            std::string(1, static_cast<char>('A' + move.Column)) + "1)\n");
 }
