@@ -17,12 +17,10 @@
 #include "common/board_text.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
-#include "engine/tallies.h"
+#include "kernel/tallies.h"
 #include "plain/plain_engine.h"
 
 namespace {
-
-using namespace TALUREX_KERNEL;
 
 constexpr int REPETITIONS = 5;
 

@@ -17,7 +17,7 @@ constexpr const char* GAME_EXTENSION = ".tlx";
 
 // The file that the argument of load and save names.
 std::string GameFileName(const std::string& argument) {
-    std::string name(ScanWord(argument));
+    std::string name(ReadWord(argument));
     if (name.empty()) {
         name = DEFAULT_GAME_NAME;
     }
@@ -69,13 +69,13 @@ void DoImport(const std::string& argument, PlayState& state) {
         PrintUsageError(COMMAND_IMPORT);
         return;
     }
-    const BoardSettings before = GetBoardSettings();
+    BoardSettingsGuard settings;
     SetBoardSettings(DEFAULT_BOARD);
     if (ImportGame(argument, state.Record) != 0) {
         std::printf("Importing game from file \"%s\" failed!\n", argument.c_str());
-        SetBoardSettings(before);
         return;
     }
+    settings.Keep();
     ShowLastPosition(state);
     std::printf("\nGame was successfully imported.\n");
 }

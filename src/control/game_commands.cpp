@@ -12,6 +12,7 @@
 #include "display/gui_link.h"
 #include "display/terminal_board.h"
 #include "engine/report.h"
+#include "kernel/search_kernel.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"
@@ -151,7 +152,7 @@ void DoBoardSize(const std::string& argument, PlayState& state) {
         PrintUsageError(COMMAND_BOARDSIZE);
         return;
     }
-    if (*x < 1 || *x > MAX_BOARD_X_DIM || *y < 1 || *y > MAX_BOARD_Y_DIM) {
+    if (!IsBoardSize(*x, *y)) {
         PrintUsageError(COMMAND_BOARDSIZE);
         std::printf("x_size: 1-%i\n", MAX_BOARD_X_DIM);
         std::printf("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
@@ -184,7 +185,7 @@ void DoEvaluate(const std::string& argument, const PlayState& state) {
 void DoMoveCommand(const std::string& argument, PlayState& state) {
     GameRecord& record = state.Record;
     const int n = state.CurrentMove;
-    if (!RecordHasRoom(n) || DoPlayerMove(argument, record.PositionList[n],
+    if (!CheckRecordRoom(n) || DoPlayerMove(argument, record.PositionList[n],
                                           record.PositionList[n + 1], record.MoveList[n]) != 0) {
         std::printf("Error in Move! Move was not executed!\n");
         return;

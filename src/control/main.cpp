@@ -10,7 +10,7 @@ int main(int argumentCount, char** arguments) {
     OptionValues options;
     EvalWeights weights;
     ProgramInit(argumentCount, arguments, options, weights);
-    if (options[OPTION_HELP].Given == 1) {
+    if (options[OPTION_HELP].Given) {
         PrintCommandLineHelp(arguments[0]);
         return 0;
     }

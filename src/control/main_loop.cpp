@@ -9,6 +9,7 @@
 #include "display/gui_link.h"
 #include "engine/computer.h"
 #include "engine/evaluation.h"
+#include "kernel/search_kernel.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
@@ -18,7 +19,8 @@
 
 namespace {
 
-// The longest line taken at once; what is longer is read in pieces, each a line of its own.
+// The most characters taken at once, a line feed among them; what is longer is read in pieces, each
+// a line of its own.
 constexpr int INPUT_LINE_LENGTH = 198;
 
 void StartPlay(PlayState& state) {
@@ -76,7 +78,7 @@ std::string SearchAndMove(PlayState& state, const EvalWeights& weights) {
 }
 
 void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
-    if (!RecordHasRoom(state.CurrentMove)) {
+    if (!CheckRecordRoom(state.CurrentMove)) {
         GlobCfg.GameRunFlag = 0;  // or the same turn would come again for ever
         return;
     }
@@ -91,7 +93,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
-    if (!RecordHasRoom(state.CurrentMove)) {
+    if (!CheckRecordRoom(state.CurrentMove)) {
         return;
     }
     GameRecord& record = state.Record;

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
 

@@ -4,6 +4,7 @@
 
 #include "engine/evaluation.h"
 #include "engine/search.h"
+#include "kernel/search_kernel.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 

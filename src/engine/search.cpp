@@ -5,7 +5,8 @@
 
 #include "display/terminal_board.h"
 #include "engine/evaluation.h"
-#include "engine/search_kernel.h"
+#include "kernel/move_order.h"
+#include "kernel/search_kernel.h"
 #include "support/fatal.h"
 #include "support/random.h"
 
@@ -31,28 +32,12 @@ void ReportCutOff(const Position& position, const KernelResult& result) {
 
 }  // namespace
 
-void SortPositions(int count, const double* values, int* order) {
-    constexpr int NUM_SORTED = 5;
-    order[0] = 0;
-    for (int i = 1; i < count; ++i) {
-        int k = (i < NUM_SORTED ? i : NUM_SORTED) - 1;
-        if (!(values[order[k]] > values[i])) {
-            order[i] = i;
-            continue;
-        }
-        // The newcomer pushes the last of the sorted ones out to its own place.
-        order[i] = order[k];
-        while (k > 0 && values[order[k - 1]] > values[i]) {
-            order[k] = order[k - 1];
-            --k;
-        }
-        order[k] = i;
-    }
-}
-
 double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
                    int& exactFlag) {
     const KernelResult result = SearchWithBestKernel(position, depth, weights);
+    if (result.IsOutOfMemory) {
+        ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
+    }
     if (!result.HasMove) {
         ErrorExit("GetBestMove: Calling Error! No move left\n");
     }

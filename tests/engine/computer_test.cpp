@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "common/captured.h"
+#include "common/engine_games.h"
 #include "engine/computer.h"
-#include "engine/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/placement.h"
 #include "engine/report.h"
@@ -116,8 +116,8 @@ TEST(Placement, ScoresWorkedByHand) {
     GenerateEmptyStartPosition(position);
     position.SetupPhase = 1;
     position.ActivePlayer = BLACK;
-    position.Spaces[0][0] = SingleStone(LIFE);
-    position.Spaces[1][0] = SingleStone(WHITE);
+    position.Spaces[0][0] = SpaceWith(LIFE);
+    position.Spaces[1][0] = SpaceWith(WHITE);
     EvalWeights weights = WeightsOf(1000);
     weights.SetupRandom = 0.0;
     // Of the stone on B: one half each from A and C make a raw value of 1, a flank value of 1/2.

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/engine_games.h"
+#include "common/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
-#include "engine/search_kernel.h"
+#include "kernel/search_kernel.h"
 #include "plain/plain_engine.h"
 
 namespace {
@@ -138,14 +138,6 @@ TEST(Search, TheFirstOfEqualMovesIsTaken) {
     ExpectSearch(line, 0, {leaf, "BC", 0, 2});
     ExpectSearch(line, 1, {leaf, "BC", 0, 2});
     ExpectSearch(line, 2, {3000.0, "BC", 1, 4});  // the search behind a pass has the open bound
-}
-
-TEST(Search, SortsTheFiveLowestAndKeepsTheRest) {
-    const std::array<double, 8> values = {5, 3, 9, 3, 7, 1, 8, 2};
-    std::array<int, 8> order{};
-    SortPositions(8, values.data(), order.data());
-    // 1, 2, 3 (index 1 before 3), 5; index 4 was pushed out by 5 and index 2 by 7.
-    EXPECT_EQ(order, (std::array<int, 8>{5, 7, 1, 3, 0, 2, 6, 4}));
 }
 
 TEST(SearchDeathTest, NoMoveEndsTheProcess) {

@@ -1,22 +1,23 @@
-#include "engine/search_kernel.h"
+#include "kernel/search_kernel.h"
 
 #include <array>
 #include <memory>
 #include <new>
 
-#include "engine/kernel_build.h"
-#include "engine/lifting.h"
-#include "engine/search.h"
-#include "engine/search_table.h"
-#include "support/fatal.h"
+#include "kernel/lifting.h"
+#include "kernel/move_order.h"
+#include "kernel/search_table.h"
 #include "support/random.h"
+
+// The build that counts bits with an instruction is compiled with another name for this namespace.
+// All that the two builds are made of stands in unnamed namespaces, in the headers as well:
+// otherwise the linker could take a function of one for the same function of the other.
+#ifndef TALUREX_KERNEL
+#define TALUREX_KERNEL GenericKernel
+#endif
 
 namespace TALUREX_KERNEL {
 namespace {
-
-[[noreturn]] void ExitWithoutMemory() {
-    ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
-}
 
 // A move as the search sees it.
 struct Step {
@@ -44,8 +45,22 @@ struct Level {
 // What outlives a search, so that the next one need not allocate it again: made when first needed.
 template <typename Set>
 struct Workspace {
-    std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;
+    std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;  // none for depth 0
     SearchTable<Set> Table;
+
+    // Makes what a search of `depth` needs. Answers false when there is no memory for it.
+    [[nodiscard]] bool Prepare(int depth) {
+        for (int d = 1; d <= depth; ++d) {
+            if (Levels[d] == nullptr) {
+                Levels[d].reset(new (std::nothrow) Level<Set>);
+            }
+            if (Levels[d] == nullptr) {
+                return false;
+            }
+        }
+        // The children of a shallow search are leaves, which are not kept.
+        return depth <= 1 || Table.BeginSearch();
+    }
 };
 
 // The values seen so far at a node, against its bound.
@@ -169,24 +184,11 @@ struct Search {
         return best;
     }
 
-    Level<Set>& LevelOf(int depth) {
-        std::unique_ptr<Level<Set>>& level = Space.Levels[depth];
-        if (level == nullptr) {
-            level.reset(new (std::nothrow) Level<Set>);
-            if (level == nullptr) {
-                ExitWithoutMemory();
-            }
-        }
-        return *level;
-    }
-
     // A side without a move passes; behind it the search goes on with the open bound. With no depth
-    // left, the static value of the position stands.
+    // left, the static value of the position stands. The other side has a move then: positions in
+    // which neither has one end the game, and are not searched.
     double SearchPass(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
                       int depth) {
-        if (tallies.Mobility == 0) {
-            ErrorExit("GetBestMove: Calling Error! No move left\n");
-        }
         if (depth == 0) {
             IsExact = false;
             return -staticValue;
@@ -201,7 +203,7 @@ struct Search {
         if (depth == 0) {
             return SearchLeaves(board, tallies, treshold);
         }
-        Level<Set>& level = LevelOf(depth);
+        Level<Set>& level = *Space.Levels[depth];
         numMoves = ExpandNode(board, tallies, level);
         return numMoves == 0 ? BestSoFar{}
                              : SearchChildren(board, depth, treshold, level, numMoves);
@@ -259,12 +261,12 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
     const Tallies tallies = CountTallies(shape, ViewOf(board, withEnemies), board.Height);
 
-    // The children of a shallow search are leaves, which are not kept.
-    if (depth > 1 && !workspace.Table.BeginSearch()) {
-        ExitWithoutMemory();
+    KernelResult result;
+    if (!workspace.Prepare(depth)) {
+        result.IsOutOfMemory = true;
+        return result;
     }
     Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies};
-    KernelResult result;
     const BestSoFar best =
         search.SearchMoves(board, tallies, depth, HIGH_INIT_VALUE, result.NumMoves);
     result.Value = best.Result();
