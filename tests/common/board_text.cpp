@@ -106,7 +106,7 @@ std::vector<BoardText> ReadBoardFile(const std::string& path) {
     }
     std::vector<BoardText> boards;
     for (std::string line; std::getline(file, line);) {
-        if (!ScanWord(line).empty() && !line.starts_with('#')) {
+        if (!ReadWord(line).empty() && !line.starts_with('#')) {
             boards.push_back(ReadBoardText(line));
         }
     }
