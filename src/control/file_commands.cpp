@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr const char* DEFAULT_GAME_NAME = "quicksave";
+constexpr const char* DEFAULT_GAME_NAME = "quicksave.tlx";
 constexpr const char* GAME_EXTENSION = ".tlx";
 
 // The file that the argument of load and save names.

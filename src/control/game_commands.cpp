@@ -65,10 +65,26 @@ void ShowPosition(const PlayState& state) {
     PrintPosition(state.Record.PositionList[state.CurrentMove]);
 }
 
+void ChooseComputerSide(PlayState& state) {
+    state.ComputerSide =
+        GlobCfg.ComputerColor == RANDOM_COLOR ? RandomInt(2) : GlobCfg.ComputerColor;
+}
+
 void AdvanceAndShow(PlayState& state) {
     ++state.CurrentMove;
     state.Record.LastMove = state.CurrentMove;
     ShowPosition(state);
+}
+
+bool PlayTypedPly(const std::string& text, PlayState& state) {
+    GameRecord& record = state.Record;
+    const int n = state.CurrentMove;
+    if (!CheckRecordRoom(n) || DoPlayerMove(text, record.PositionList[n],
+                                            record.PositionList[n + 1], record.MoveList[n]) != 0) {
+        return false;
+    }
+    AdvanceAndShow(state);
+    return true;
 }
 
 void DoUndo(PlayState& state) {
@@ -133,9 +149,7 @@ void DoNew(PlayState& state) {
         return;
     }
     BeginNewGame(state);
-    if (GlobCfg.ComputerColor != WHITE && GlobCfg.ComputerColor != BLACK) {
-        state.ComputerSide = RandomInt(2);
-    }
+    ChooseComputerSide(state);
     ShowPosition(state);
 }
 
@@ -183,14 +197,9 @@ void DoEvaluate(const std::string& argument, const PlayState& state) {
 }
 
 void DoMoveCommand(const std::string& argument, PlayState& state) {
-    GameRecord& record = state.Record;
-    const int n = state.CurrentMove;
-    if (!CheckRecordRoom(n) || DoPlayerMove(argument, record.PositionList[n],
-                                          record.PositionList[n + 1], record.MoveList[n]) != 0) {
+    if (!PlayTypedPly(argument, state)) {
         std::printf("Error in Move! Move was not executed!\n");
-        return;
     }
-    AdvanceAndShow(state);
 }
 
 void DoQuit(PlayState& state) {

@@ -4,7 +4,6 @@
 
 #include "control/command_table.h"
 #include "control/game_commands.h"
-#include "control/human_moves.h"
 #include "control/interpreter.h"
 #include "display/gui_link.h"
 #include "engine/computer.h"
@@ -14,7 +13,6 @@
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/files.h"
-#include "support/random.h"
 #include "support/text.h"
 
 namespace {
@@ -24,7 +22,7 @@ namespace {
 constexpr int INPUT_LINE_LENGTH = 198;
 
 void StartPlay(PlayState& state) {
-    state.ComputerSide = GlobCfg.ComputerColor == 2 ? RandomInt(2) : GlobCfg.ComputerColor;
+    ChooseComputerSide(state);
     std::printf(GlobCfg.SetupMode == 1 ? "Using random setup\n" : "Using normal setup\n");
     GenerateStartPosition(state.Record.PositionList[0]);
     ShowPosition(state);
@@ -93,14 +91,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
-    if (!CheckRecordRoom(state.CurrentMove)) {
-        return;
-    }
-    GameRecord& record = state.Record;
-    if (DoPlayerMove(line, record.PositionList[state.CurrentMove],
-                     record.PositionList[state.CurrentMove + 1],
-                     record.MoveList[state.CurrentMove]) == 0) {
-        AdvanceAndShow(state);
+    if (PlayTypedPly(line, state)) {
         StopAtEnd(state);
     }
 }

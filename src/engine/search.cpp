@@ -12,13 +12,14 @@
 
 namespace {
 
-KernelResult SearchWithBestKernel(const Position& position, int depth, const EvalWeights& weights) {
+KernelResult SearchWithBestKernel(const Position& position, int depth, const EvalWeights& weights,
+                                  const SearchWatch* watch) {
 #ifdef TALUREX_HAS_POPCOUNT_KERNEL
     if (__builtin_cpu_supports("popcnt")) {
-        return PopCountKernel::SearchPosition(position, depth, weights);
+        return PopCountKernel::SearchPosition(position, depth, weights, watch);
     }
 #endif
-    return GenericKernel::SearchPosition(position, depth, weights);
+    return GenericKernel::SearchPosition(position, depth, weights, watch);
 }
 
 // A value that reaches the open bound means that the weights are beyond all reason.
@@ -32,28 +33,38 @@ void ReportCutOff(const Position& position, const KernelResult& result) {
 
 }  // namespace
 
-double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
-                   int& exactFlag) {
-    const KernelResult result = SearchWithBestKernel(position, depth, weights);
-    if (result.IsOutOfMemory) {
+SearchResult SearchPosition(Position& position, int depth, const EvalWeights& weights,
+                            const SearchWatch* watch) {
+    const KernelResult found = SearchWithBestKernel(position, depth, weights, watch);
+    if (found.IsOutOfMemory) {
         ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
     }
-    if (!result.HasMove) {
+    if (!found.HasMove && !found.WasStopped) {
         ErrorExit("GetBestMove: Calling Error! No move left\n");
     }
-    CountEvaluations(result.NumEvaluations);
-    SkipRandom(result.NumDraws);
-    exactFlag = result.IsExact ? 1 : 0;
-    if (depth > 0) {
-        position.Value = result.BestValue;
-        position.ExactValue = exactFlag;
+    CountEvaluations(found.NumEvaluations);
+    SkipRandom(found.NumDraws);
+    if (depth > 0 && found.HasMove) {
+        position.Value = found.BestValue;
+        position.ExactValue = found.IsExact ? 1 : 0;
     }
-    if (depth > 0 || !result.WasCutOff) {
-        bestMove = {bestMove.Kind, result.BestMove.Column, result.BestMove.Row,
-                    result.BestMove.Direction};
+    if (depth > 0 && found.WasCutOff) {
+        ReportCutOff(position, found);
     }
-    if (depth > 0 && result.WasCutOff) {
-        ReportCutOff(position, result);
+    return {.Value = found.Value,
+            .IsExact = found.IsExact,
+            .WasStopped = found.WasStopped,
+            .HasMove = found.HasMove && (depth > 0 || !found.WasCutOff),
+            .BestMove = found.BestMove};
+}
+
+double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
+                   int& exactFlag) {
+    const SearchResult found = SearchPosition(position, depth, weights, nullptr);
+    exactFlag = found.IsExact ? 1 : 0;
+    if (found.HasMove) {
+        bestMove = {bestMove.Kind, found.BestMove.Column, found.BestMove.Row,
+                    found.BestMove.Direction};
     }
-    return result.Value;
+    return found.Value;
 }

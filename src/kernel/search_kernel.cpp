@@ -27,6 +27,13 @@ struct Step {
 };
 
 template <typename Set>
+Move MoveOf(const Geometry<Set>& geometry, const Step& step) {
+    return {.Column = geometry.Column[step.Source],
+            .Row = geometry.Row[step.Source],
+            .Direction = step.Direction};
+}
+
+template <typename Set>
 struct Child {
     Step Way;
     Set Dead = 0;
@@ -63,6 +70,9 @@ struct Workspace {
     }
 };
 
+// How many nodes above the leaves the search enters before it tells its progress.
+constexpr int NODES_PER_REPORT = 64;
+
 // The values seen so far at a node, against its bound.
 struct BestSoFar {
     double Value = LOW_INIT_VALUE;
@@ -97,9 +107,14 @@ struct Search {
     TallyWeights Weights;
     double RandomWeight;
     bool WithEnemies;  // the weights ask for the targets that the other side owns
+    int RootDepth;
+    const SearchWatch* Watch;
     std::int64_t NumEvaluations = 0;
     std::int64_t NumDraws = 0;  // draws that are still owed to the random generator
     bool IsExact = true;        // no line has ended but in an end position
+    bool IsStopped = false;     // the search unwinds, and what its nodes answer means nothing
+    int NodesUntilReport = NODES_PER_REPORT;
+    SearchProgress Progress = {};
 
     // Counts an evaluation and answers its value, seen from the side to move, here `player`.
     double Evaluate(const Tallies& tallies, int player) {
@@ -164,11 +179,40 @@ struct Search {
         return count;
     }
 
+    // To be called where a node above the leaves is entered. Answers true when the search is to
+    // end.
+    bool LooksUp() {
+        if (Watch == nullptr) {
+            return false;
+        }
+        if (--NodesUntilReport == 0) {
+            NodesUntilReport = NODES_PER_REPORT;
+            if (Watch->Report != nullptr) {
+                Progress.NumEvaluations = NumEvaluations;
+                Watch->Report(Progress);
+            }
+        }
+        IsStopped = IsStopped || Watch->StopFlag.load(std::memory_order_relaxed) != 0;
+        return IsStopped;
+    }
+
+    // Notes how far the root has come.
+    void NoteProgress(const BestSoFar& best, int numFinished, int numMoves) {
+        Progress.NumFinished = numFinished;
+        Progress.NumMoves = numMoves;
+        Progress.HasMove = best.HasMove;
+        Progress.BestMove = MoveOf(Shape, best.Way);
+        Progress.BestValue = best.Value;
+    }
+
     BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
                              Level<Set>& level, int count) {
         SortPositions(count, level.Values.data(), level.Order.data());
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
+            if (depth == RootDepth) {
+                NoteProgress(best, i, count);
+            }
             const int k = level.Order[i];
             const Child<Set>& child = level.Children[k];
             double value = -level.Values[k];
@@ -177,7 +221,7 @@ struct Search {
                     MakeChild(Shape, board, child.Way.Source, child.Way.Target, child.Dead);
                 value = SearchNode(next, child.Sums, level.Values[k], depth - 1, -best.Value);
             }
-            if (!best.Take(value, child.Way, treshold)) {
+            if (IsStopped || !best.Take(value, child.Way, treshold)) {
                 break;
             }
         }
@@ -203,6 +247,9 @@ struct Search {
         if (depth == 0) {
             return SearchLeaves(board, tallies, treshold);
         }
+        if (LooksUp()) {
+            return {};
+        }
         Level<Set>& level = *Space.Levels[depth];
         numMoves = ExpandNode(board, tallies, level);
         return numMoves == 0 ? BestSoFar{}
@@ -214,6 +261,9 @@ struct Search {
         const std::int64_t before = NumEvaluations;
         int numMoves = 0;
         const BestSoFar best = SearchMoves(board, tallies, depth, treshold, numMoves);
+        if (IsStopped) {
+            return {};
+        }
         const double value =
             best.HasMove ? best.Result() : SearchPass(board, tallies, staticValue, depth);
         // A pass does not look at the bound: its outcome holds for all.
@@ -245,6 +295,9 @@ struct Search {
         const bool wasExact = IsExact;
         IsExact = true;
         SearchOutcome outcome = SearchAnew(board, tallies, staticValue, depth, treshold);
+        if (IsStopped) {
+            return outcome.Value;
+        }
         outcome.IsExact = IsExact;
         slot.Node = key;
         slot.Outcome = outcome;
@@ -254,7 +307,8 @@ struct Search {
 };
 
 template <typename Set>
-KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights) {
+KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights,
+                      const SearchWatch* watch) {
     static Workspace<Set> workspace;
     const Geometry<Set>& shape = CurrentGeometry<Set>();
     const bool withEnemies = weights.MovesToEnemy != EvalWeights::ByFree{};
@@ -266,7 +320,8 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
         result.IsOutOfMemory = true;
         return result;
     }
-    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies};
+    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies,
+                          depth, watch};
     const BestSoFar best =
         search.SearchMoves(board, tallies, depth, HIGH_INIT_VALUE, result.NumMoves);
     result.Value = best.Result();
@@ -274,10 +329,9 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     result.CutValue = best.CutValue;
     result.WasCutOff = best.IsCutOff;
     result.HasMove = best.HasMove;
-    result.BestMove.Column = shape.Column[best.Way.Source];
-    result.BestMove.Row = shape.Row[best.Way.Source];
-    result.BestMove.Direction = best.Way.Direction;
-    result.IsExact = search.IsExact;
+    result.WasStopped = search.IsStopped;
+    result.BestMove = MoveOf(shape, best.Way);
+    result.IsExact = search.IsExact && !search.IsStopped;
     result.NumEvaluations = search.NumEvaluations;
     result.NumDraws = search.NumDraws;
     return result;
@@ -285,9 +339,10 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
 
 }  // namespace
 
-KernelResult SearchPosition(const Position& position, int depth, const EvalWeights& weights) {
-    return IsSmallBoard() ? SearchOn<SmallSet>(position, depth, weights)
-                          : SearchOn<LargeSet>(position, depth, weights);
+KernelResult SearchPosition(const Position& position, int depth, const EvalWeights& weights,
+                            const SearchWatch* watch) {
+    return IsSmallBoard() ? SearchOn<SmallSet>(position, depth, weights, watch)
+                          : SearchOn<LargeSet>(position, depth, weights, watch);
 }
 
 }  // namespace TALUREX_KERNEL

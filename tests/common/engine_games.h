@@ -3,7 +3,6 @@
 // contain.
 #pragma once
 
-#include <cstdlib>
 #include <random>
 
 #include "common/board_text.h"

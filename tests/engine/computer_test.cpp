@@ -14,6 +14,7 @@
 #include "engine/self_play.h"
 #include "plain/plain_engine.h"
 #include "support/numbers.h"
+#include "support/random.h"
 
 namespace {
 
@@ -51,14 +52,14 @@ TEST(Evaluation, IsThePlainOneAndCountsAndDraws) {
             Position fast = position;
             Position plain = position;
             const unsigned seed = static_cast<unsigned>(random());
-            std::srand(seed);
+            SeedRandom(seed);
             EvalCount = 6;
             EvaluatePosition(fast, weights);
-            const int draw = std::rand();
-            std::srand(seed);
+            const int draw = DrawRandom();
+            SeedRandom(seed);
             plain::EvaluatePosition(plain, weights);
             ASSERT_TRUE(SamePosition(fast, plain)) << WriteBoardText("position", position);
-            ASSERT_EQ(draw, std::rand());
+            ASSERT_EQ(draw, DrawRandom());
             ASSERT_EQ(EvalCount, 7);
         });
     }
@@ -93,15 +94,15 @@ TEST(Placement, IsThePlainOne) {
             const unsigned seed = static_cast<unsigned>(random());
             Move fast;
             Move plain;
-            std::srand(seed);
+            SeedRandom(seed);
             const double fastScore = GetBestSetupMove(position, weights, fast);
-            const int draw = std::rand();
-            std::srand(seed);
+            const int draw = DrawRandom();
+            SeedRandom(seed);
             const double plainScore = plain::GetBestSetupMove(position, weights, plain);
             ASSERT_EQ(std::bit_cast<std::uint64_t>(fastScore),
                       std::bit_cast<std::uint64_t>(plainScore));
             ASSERT_EQ(fast, plain);
-            ASSERT_EQ(draw, std::rand());
+            ASSERT_EQ(draw, DrawRandom());
             const Position parent = position;
             DoSetupMove(parent, fast, position);
         }
@@ -187,9 +188,9 @@ TEST(SelfPlay, AMatchIsThatOfThePlainEngine) {
     ABWeightPair players = {WeightsOf(1000), WeightsOf(1000)};
     players[1].Moves = {{{0.1, 0.2}, {-0.3, 0.4}}};
     for (unsigned seed = 1; seed <= 3; ++seed) {
-        std::srand(seed);
+        SeedRandom(seed);
         const MatchResult plain = plain::PlayMatch(players, 2, 1);
-        std::srand(seed);
+        SeedRandom(seed);
         EXPECT_EQ(PlayGames(players, 2, 1), plain);
     }
 }
