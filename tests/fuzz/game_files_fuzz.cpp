@@ -1,5 +1,5 @@
-// Any text read as a saved game and as a game log: it changes nothing, or it is a game that saves and
-// loads back.
+// Any text read as a saved game and as a game log: it changes nothing, or it is a game that saves
+// and loads back.
 #include "fuzz/fuzz_support.h"
 #include "gamefiles/game_log.h"
 #include "gamefiles/saved_game.h"
