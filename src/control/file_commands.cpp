@@ -47,10 +47,11 @@ void DoLoad(const std::string& argument, PlayState& state) {
         return;
     }
     std::printf("loading game was successful.\n");
+    state.HasNewPlies = false;
     ShowLastPosition(state);
 }
 
-void DoSave(const std::string& argument, const PlayState& state) {
+void DoSave(const std::string& argument, PlayState& state) {
     const std::string name = GameFileName(argument);
     std::printf("Saving current game in file: \"%s\"!\n", name.c_str());
     if (SaveGame(state.Record, name) != 0) {
@@ -58,6 +59,7 @@ void DoSave(const std::string& argument, const PlayState& state) {
         return;
     }
     std::printf("Saving game was successful.\n");
+    state.HasNewPlies = false;
 }
 
 void DoImport(const std::string& argument, PlayState& state) {
@@ -76,6 +78,7 @@ void DoImport(const std::string& argument, PlayState& state) {
         return;
     }
     settings.Keep();
+    state.HasNewPlies = true;
     ShowLastPosition(state);
     std::printf("\nGame was successfully imported.\n");
 }

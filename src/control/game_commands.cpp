@@ -37,6 +37,7 @@ void BeginNewGame(PlayState& state) {
     state.CurrentMove = 0;
     state.Record.LastMove = 0;
     state.SearchDepth = 0;
+    state.HasNewPlies = false;
     GlobCfg.GameRunFlag = 1;
 }
 
@@ -73,6 +74,7 @@ void ChooseComputerSide(PlayState& state) {
 void AdvanceAndShow(PlayState& state) {
     ++state.CurrentMove;
     state.Record.LastMove = state.CurrentMove;
+    state.HasNewPlies = true;
     ShowPosition(state);
 }
 

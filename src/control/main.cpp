@@ -4,9 +4,11 @@
 #include "display/gui_link.h"
 #include "engine/self_play.h"
 #include "support/files.h"
+#include "support/signals.h"
 
 int main(int argumentCount, char** arguments) {
     EnsureStandardStreams();
+    ListenForMoveNow();
     OptionValues options;
     EvalWeights weights;
     ProgramInit(argumentCount, arguments, options, weights);

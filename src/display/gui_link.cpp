@@ -10,6 +10,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include "support/fatal.h"
@@ -19,6 +20,7 @@ GuiMirror GuiLast;
 namespace {
 
 constexpr const char* HOST_NAME = "127.0.0.1";
+constexpr int SEND_PATIENCE_SECONDS = 10;
 
 }  // namespace
 
@@ -42,6 +44,9 @@ int SocketOpen(int& socketHandle) {
     // An update is many short lines, none of which may wait for the display to acknowledge another.
     const int on = 1;
     setsockopt(handle, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    // A display that takes not a byte for so long counts as gone: the game must not wait for ever.
+    const timeval patience = {.tv_sec = SEND_PATIENCE_SECONDS, .tv_usec = 0};
+    setsockopt(handle, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     socketHandle = handle;
     return 0;
 }

@@ -16,8 +16,9 @@ extern GuiMirror GuiLast;
 
 void SocketClose(int socketHandle);
 
-// Sends the bytes, waiting for a display that is slow to read them. Answers how many were sent:
-// fewer than `length` only when the connection is lost.
+// Sends the bytes, waiting for a display that is slow to read them, but not for one that takes no
+// byte for ten seconds. Answers how many were sent: fewer than `length` when the connection is
+// lost.
 std::size_t SocketSend(int socketHandle, const char* bytes, std::size_t length);
 
 // Sends the text. Answers 0, or 1 when it could not be sent whole.
