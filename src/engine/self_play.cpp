@@ -245,7 +245,8 @@ void AutoBattle(const ABWeightPair& players, int numPairs, int depth) {
 }
 
 void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth) {
-    Tuning tuning = {.Best = start};
+    Tuning tuning;
+    tuning.Best = start;
     while (true) {
         RunCycle(tuning, numPairs, margin, depth);
     }
