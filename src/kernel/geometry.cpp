@@ -1,0 +1,73 @@
+#include "kernel/geometry.h"
+
+#include "rules/position.h"
+
+namespace {
+
+using SpaceNumbers = std::array<std::array<int, MAX_BOARD_Y_DIM>, MAX_BOARD_X_DIM>;
+
+template <typename Set>
+void NumberSpaces(Geometry<Set>& geometry, SpaceNumbers& numbers) {
+    geometry.NumSpaces = 0;
+    for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
+        const ColumnRange columns = BoardColumns(y);
+        for (int x = columns.First; x < columns.End; ++x) {
+            const int space = geometry.NumSpaces++;
+            numbers[x][y] = space;
+            geometry.Column[space] = static_cast<std::uint8_t>(x);
+            geometry.Row[space] = static_cast<std::uint8_t>(y);
+            geometry.FromCenter[space] = static_cast<std::uint8_t>(CenterDistance(x, y));
+        }
+    }
+}
+
+// Fills the targets of one space for one height.
+template <typename Set>
+void FillTargets(Geometry<Set>& geometry, const SpaceNumbers& numbers, int space, int height) {
+    Set reached = 0;
+    for (int d = 0; d < NUM_DIRECTIONS; ++d) {
+        const Place place = StepFrom(geometry.Column[space], geometry.Row[space], d, height);
+        int target = geometry.NumSpaces;
+        if (height > 0 && height < REACH_NONE && IsOnBoard(place.Column, place.Row)) {
+            target = numbers[place.Column][place.Row];
+            reached |= Bit<Set>(target);
+        }
+        geometry.Target[space][height][d] = static_cast<std::uint8_t>(target);
+    }
+    geometry.Reached[space][height] = reached;
+}
+
+template <typename Set>
+void FillGeometry(Geometry<Set>& geometry) {
+    SpaceNumbers numbers{};
+    NumberSpaces(geometry, numbers);
+    geometry.Inner = 0;
+    for (int space = 0; space < geometry.NumSpaces; ++space) {
+        for (int height = 0; height <= REACH_NONE; ++height) {
+            FillTargets(geometry, numbers, space, height);
+        }
+        if (Count(geometry.Neighbours(space)) == NUM_DIRECTIONS) {
+            geometry.Inner |= Bit<Set>(space);
+        }
+    }
+    geometry.BoardXDim = GlobCfg.BoardXDim;
+    geometry.BoardYDim = GlobCfg.BoardYDim;
+}
+
+}  // namespace
+
+template <typename Set>
+const Geometry<Set>& CurrentGeometry() {
+    static Geometry<Set> geometry;
+    if (geometry.BoardXDim != GlobCfg.BoardXDim || geometry.BoardYDim != GlobCfg.BoardYDim) {
+        FillGeometry(geometry);
+    }
+    return geometry;
+}
+
+template const Geometry<SmallSet>& CurrentGeometry<SmallSet>();
+template const Geometry<LargeSet>& CurrentGeometry<LargeSet>();
+
+bool IsSmallBoard() {
+    return NumBoardSpaces() < Geometry<SmallSet>::MAX_SPACES;
+}

@@ -1,0 +1,46 @@
+// What the search needs to know of the board's shape, in tables: the spaces are numbered as the
+// move generator visits them, by rows from the top and columns from the left.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "kernel/bit_set.h"
+#include "rules/board.h"
+
+// A tower of REACH_NONE stones or more lands off every board: such heights share one table row.
+inline constexpr int REACH_NONE = MAX_BOARD_X_DIM;
+static_assert(MAX_BOARD_Y_DIM <= REACH_NONE);
+
+template <typename Set>
+struct Geometry {
+    static constexpr int MAX_SPACES = sizeof(Set) * 8;  // one of them stands for "off the board"
+
+    // The space that a tower of a height reaches in each direction, or NumSpaces when that is off
+    // the board; height 0, that of an empty space, reaches nothing.
+    std::array<std::array<std::array<std::uint8_t, NUM_DIRECTIONS>, REACH_NONE + 1>, MAX_SPACES>
+        Target{};
+    // The same as a set, without what is off the board. Being reached is mutual: the towers of
+    // height h that reach a space stand on Reached[space][h].
+    std::array<std::array<Set, REACH_NONE + 1>, MAX_SPACES> Reached{};
+    // The spaces whose six neighbours all belong to the board: only they can be enclosed.
+    Set Inner = 0;
+    std::array<std::uint8_t, MAX_SPACES> Column{};
+    std::array<std::uint8_t, MAX_SPACES> Row{};
+    std::array<std::uint8_t, MAX_SPACES> FromCenter{};  // CenterDistance
+    int NumSpaces = 0;
+    int BoardXDim = 0;  // the board size that the tables were made for
+    int BoardYDim = 0;
+
+    [[nodiscard]] const Set& Neighbours(int space) const { return Reached[space][1]; }
+};
+
+// The tables of the current board, made anew when the board size has changed since the last call.
+// The board must fit: at most MAX_SPACES - 1 spaces.
+template <typename Set>
+const Geometry<Set>& CurrentGeometry();
+
+static_assert(MAX_BOARD_SPACES < Geometry<LargeSet>::MAX_SPACES);
+
+// True when the current board fits into a SmallSet.
+[[nodiscard]] bool IsSmallBoard();
