@@ -1,9 +1,12 @@
 // The updates of the display as texts, and the board that a display makes of them.
 #include "display/gui_update.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <memory>
+#include <random>
 #include <sstream>
-#include <vector>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -46,14 +49,11 @@ void KeepRectangle(ShownBoard& shown, int columns, int rows) {
     }
 }
 
-// Answers the letters of the update's lines.
-std::string ApplyUpdate(ShownBoard& shown, const std::string& update) {
+void ApplyUpdate(ShownBoard& shown, const std::string& update) {
     const int before = shown.MoveNumber;
     Place last = {-1, -1};  // of the spaces
-    std::string letters;
     std::istringstream lines(update);
     for (std::string line; std::getline(lines, line);) {
-        letters += line.at(0);
         std::array<int, 5> numbers{};
         std::istringstream text(line.substr(1));
         for (int& number : numbers) {
@@ -74,17 +74,6 @@ std::string ApplyUpdate(ShownBoard& shown, const std::string& update) {
     if (last.Column != -1 && shown.MoveNumber != before + 1) {
         KeepRectangle(shown, last.Column + 1, last.Row + 1);
     }
-    return letters;
-}
-
-// Whether the letters are those of an update: C only in the first, at most one M, any number of S.
-bool IsUpdate(std::string letters, bool first) {
-    const std::size_t spaces = letters.find('S');
-    if (spaces != std::string::npos) {
-        letters.erase(spaces, letters.find_last_of('S') + 1 - spaces);
-    }
-    const std::string start = first ? "CLN" : "LN";
-    return letters == start + "TD" || letters == start + "MTD";
 }
 
 struct Walk {
@@ -97,11 +86,9 @@ struct Walk {
 
     // Shows position n and compares what the display makes of it with the game.
     void ShowAndCompare(int n) {
-        const bool first = !Mirror.Started;
         const std::string update = UpdateText(Mirror, *Record, n);
-        const std::string letters = ApplyUpdate(Shown, update);
-        ASSERT_TRUE(IsUpdate(letters, first)) << update;
-        NumAnimations += letters.find('M') != std::string::npos ? 1 : 0;
+        ApplyUpdate(Shown, update);
+        NumAnimations += update.find("\nM ") != std::string::npos ? 1 : 0;
         EXPECT_EQ(Shown.MoveNumber, n);
         EXPECT_EQ(Shown.LastMove, Record->LastMove);
         for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
