@@ -87,6 +87,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
         PrintStatus(state.Record.PositionList[state.CurrentMove], state.SearchDepth);
     }
     StopAtEnd(state);
+    std::fflush(stdout);  // whoever reads through a pipe sees each move as it is made
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
