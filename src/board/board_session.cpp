@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 constexpr auto PUBLISH_DELAY = 2ms;
 // A line that is answered sooner is not shown as thinking.
 constexpr auto THINK_DELAY = 100ms;
+constexpr auto COPY_DELAY = 300ms;
 // A Talurex that does not end by itself is ended.
 constexpr auto END_PATIENCE = 5s;
 constexpr auto PARTING_PATIENCE = 1s;
@@ -107,6 +108,22 @@ void Hurry(BoardSession& session) {
     }
 }
 
+// Talurex keeps a copy of the game where it is out of the way, soon after every change: a copy that
+// is written at once would hold up the next line.
+void CopySoon(BoardSession& session) {
+    Conversation& talk = session.Talk;
+    if (session.CopyDated || talk.SafeCopy.empty() || talk.NumCopied == talk.View.NumChanges) {
+        return;
+    }
+    session.CopyDated = true;
+    session.CopyTimer.expires_after(COPY_DELAY);
+    session.CopyTimer.async_wait([&session](const error_code& cancelled) {
+        session.CopyDated = false;
+        session.Talk.SafeCopyDue = !cancelled && !session.Ended && !session.Ending;
+        TypeNext(session);
+    });
+}
+
 // Goes on with the end of the session: at a prompt.
 void GoOnEnding(BoardSession& session) {
     if (session.Talk.View.Unsaved && !session.SaveTyped) {
@@ -134,6 +151,7 @@ void TakePrompt(BoardSession& session) {
             Publish(session);
         }
     }
+    CopySoon(session);
     TypeNext(session);
 }
 
@@ -180,6 +198,7 @@ void StopSoon(BoardSession& session) {
     session.EndTimer.async_wait([&session](const error_code&) { session.Context.stop(); });
     session.PublishTimer.cancel();
     session.ThinkTimer.cancel();
+    session.CopyTimer.cancel();
 }
 
 // Talurex has gone with the game: the copy that was kept at the last prompt is put where the user
@@ -199,7 +218,7 @@ void KeepSafeCopy(const BoardSession& session) {
 void TakeEnd(BoardSession& session, int status) {
     session.Ended = true;
     session.ExitStatus = session.Ending ? 0 : status;
-    session.LastWords = LastLines(session.Talk, 10);
+    session.LastWords = session.Ending ? "The board was closed." : LastLines(session.Talk, 10);
     if (!session.Ending && status != 0) {
         PrintError("%s\ntalurex-board: Talurex has ended with status %i.\n",
                    session.LastWords.c_str(), status);

@@ -18,7 +18,7 @@
 struct BoardSession {
     explicit BoardSession(boost::asio::io_context& context)
         : Context(context), Game(context), Display(context), Web(context), PublishTimer(context),
-          ThinkTimer(context), EndTimer(context) {}
+          ThinkTimer(context), CopyTimer(context), EndTimer(context) {}
 
     boost::asio::io_context& Context;
     Conversation Talk = NewConversation();
@@ -35,6 +35,8 @@ struct BoardSession {
     bool Dated = false;        // PublishTimer runs
     boost::asio::steady_timer PublishTimer;
     boost::asio::steady_timer ThinkTimer;
+    boost::asio::steady_timer CopyTimer;
+    bool CopyDated = false;  // CopyTimer runs
     boost::asio::steady_timer EndTimer;
 
     bool Ending = false;  // a signal has asked for the end

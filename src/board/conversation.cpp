@@ -51,7 +51,8 @@ std::string TypeLine(Conversation& talk, const std::string& line, bool asking) {
 // A question of our own that is due; empty when there is none.
 std::string DueQuestion(Conversation& talk) {
     std::string question = TakeQuestion(talk.View);
-    if (question.empty() && talk.NumCopied != talk.View.NumChanges && !talk.SafeCopy.empty()) {
+    if (question.empty() && talk.SafeCopyDue) {
+        talk.SafeCopyDue = false;
         talk.NumCopied = talk.View.NumChanges;
         question = "/save " + talk.SafeCopy;
     }

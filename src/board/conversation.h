@@ -29,12 +29,13 @@ struct Conversation {
     GameView View;
     OutputReader Output;
     std::deque<QueuedLine> Queue;
-    bool Asking = false;   // the line that Talurex is busy with is a question of our own
-    bool Heard = false;    // Talurex has printed something
-    std::string Log;       // the latest text, whole lines at its front
-    std::string NewText;   // the part of it that has not been taken yet
-    std::string SafeCopy;  // file for a copy of the game, kept in case that Talurex is killed
-    int NumCopied = 0;     // the view's NumChanges when the copy was last written
+    bool Asking = false;       // the line that Talurex is busy with is a question of our own
+    bool Heard = false;        // Talurex has printed something
+    std::string Log;           // the latest text, whole lines at its front
+    std::string NewText;       // the part of it that has not been taken yet
+    std::string SafeCopy;      // file for a copy of the game, kept in case that Talurex is killed
+    bool SafeCopyDue = false;  // it is to be written at the next prompt
+    int NumCopied = 0;         // the view's NumChanges when the copy was last written
 };
 
 [[nodiscard]] Conversation NewConversation();

@@ -1,7 +1,6 @@
 #include "board/display_listener.h"
 
 #include <boost/asio/buffer.hpp>
-#include <fcntl.h>
 
 namespace {
 
@@ -28,36 +27,30 @@ void AwaitBytes(DisplayListener& listener) {
     });
 }
 
-// Further connections are closed at once: the one that is there is the game that is shown.
-void AwaitConnection(DisplayListener& listener) {
-    listener.Acceptor.async_accept([&listener](const error_code& failed, tcp::socket socket) {
-        if (failed == asio::error::operation_aborted) {
-            return;
-        }
-        if (!failed && !listener.Connection) {
-            error_code ignored;
-            socket.non_blocking(true, ignored);
-            KeepFromChildren(socket.native_handle());
-            listener.Connection = std::move(socket);
-            listener.OnConnection(true);
-            AwaitBytes(listener);
-        }
-        AwaitConnection(listener);
-    });
+// The connection that is there is the game that is shown: another one is closed at once.
+void TakeConnection(DisplayListener& listener, tcp::socket socket) {
+    ReadDisplayNow(listener);  // it may have ended just now
+    if (listener.Connection) {
+        return;
+    }
+    error_code ignored;
+    socket.non_blocking(true, ignored);
+    listener.Connection = std::move(socket);
+    listener.OnConnection(true);
+    AwaitBytes(listener);
 }
 
 }  // namespace
 
 int OpenDisplayListener(DisplayListener& listener, int port, std::string& error) {
-    const int opened = OpenLoopbackPort(listener.Acceptor, port, error);
-    if (opened != 0) {
-        AwaitConnection(listener);
-    }
-    return opened;
+    listener.Port.OnConnection = [&listener](tcp::socket socket) {
+        TakeConnection(listener, std::move(socket));
+    };
+    return OpenPort(listener.Port, port, error);
 }
 
 void ReadDisplayNow(DisplayListener& listener) {
-    // A Talurex that sends without end must not keep the pages waiting.
+    // One that sends without end must not keep the pages waiting.
     constexpr int MAX_READS = 16;
     for (int i = 0; i < MAX_READS && listener.Connection; ++i) {
         error_code failed;
@@ -73,34 +66,4 @@ void ReadDisplayNow(DisplayListener& listener) {
             HangUp(listener);
         }
     }
-}
-
-int OpenLoopbackPort(tcp::acceptor& acceptor, int port, std::string& error) {
-    const tcp::endpoint endpoint(asio::ip::address_v4::loopback(),
-                                 static_cast<unsigned short>(port));
-    error_code failed;
-    acceptor.open(endpoint.protocol(), failed);
-    if (!failed) {
-        KeepFromChildren(acceptor.native_handle());
-        // Only so that a port can be taken again right after its last owner has ended.
-        acceptor.set_option(tcp::acceptor::reuse_address(true), failed);
-    }
-    if (!failed) {
-        acceptor.bind(endpoint, failed);
-    }
-    if (!failed) {
-        acceptor.listen(asio::socket_base::max_listen_connections, failed);
-    }
-    const int opened = failed ? 0 : acceptor.local_endpoint(failed).port();
-    if (failed) {
-        error =
-            "port " + std::to_string(port) + " of 127.0.0.1 cannot be used: " + failed.message();
-        acceptor.close(failed);
-        return 0;
-    }
-    return opened;
-}
-
-void KeepFromChildren(int descriptor) {
-    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }

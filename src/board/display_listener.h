@@ -9,13 +9,12 @@
 #include <string>
 #include <string_view>
 
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
+#include "board/loopback_port.h"
 
 struct DisplayListener {
-    explicit DisplayListener(boost::asio::io_context& context) : Acceptor(context) {}
+    explicit DisplayListener(boost::asio::io_context& context) : Port(context) {}
 
-    boost::asio::ip::tcp::acceptor Acceptor;
+    LoopbackPort Port;
     std::optional<boost::asio::ip::tcp::socket> Connection;
     std::array<char, 16384> Bytes{};
 
@@ -30,11 +29,3 @@ struct DisplayListener {
 
 // Reads at once what has come in so far, for a caller who has just heard from Talurex otherwise.
 void ReadDisplayNow(DisplayListener& listener);
-
-// Opens an acceptor on a port of 127.0.0.1, never shared and not handed on to other programs.
-// Answers as OpenDisplayListener.
-[[nodiscard]] int OpenLoopbackPort(boost::asio::ip::tcp::acceptor& acceptor, int port,
-                                   std::string& error);
-
-// Keeps a descriptor from the programs that are started later.
-void KeepFromChildren(int descriptor);

@@ -5,13 +5,11 @@
 #include <deque>
 #include <optional>
 
-#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
 #include <sys/random.h>
 
-#include "board/display_listener.h"
 #include "board/page_files.h"
 #include "board/page_request.h"
 #include "support/fatal.h"
@@ -378,29 +376,22 @@ void ReadRequest(const std::shared_ptr<Visit>& visit) {
         });
 }
 
-void AwaitVisit(WebServer& server) {
-    server.Acceptor.async_accept([&server](const error_code& failed, tcp::socket socket) {
-        if (failed == asio::error::operation_aborted) {
-            return;
-        }
-        if (!failed && server.NumConnections < MAX_CONNECTIONS) {
-            error_code ignored;
-            KeepFromChildren(socket.native_handle());
-            socket.set_option(tcp::no_delay(true), ignored);
-            ReadRequest(std::make_shared<Visit>(server, std::move(socket)));
-        }
-        AwaitVisit(server);
-    });
+void TakeVisit(WebServer& server, tcp::socket socket) {
+    if (server.NumConnections < MAX_CONNECTIONS) {
+        error_code ignored;
+        socket.set_option(tcp::no_delay(true), ignored);
+        ReadRequest(std::make_shared<Visit>(server, std::move(socket)));
+    }
 }
 
 }  // namespace
 
 int OpenWebServer(WebServer& server, int port, std::string& error) {
     server.Token = NewToken();
-    server.Port = OpenLoopbackPort(server.Acceptor, port, error);
-    if (server.Port != 0) {
-        AwaitVisit(server);
-    }
+    server.Listener.OnConnection = [&server](tcp::socket socket) {
+        TakeVisit(server, std::move(socket));
+    };
+    server.Port = OpenPort(server.Listener, port, error);
     return server.Port;
 }
 
@@ -419,9 +410,8 @@ void SendStateToPages(WebServer& server, const std::string& message) {
 }
 
 void CloseWebServer(WebServer& server) {
-    error_code ignored;
     server.Closing = true;
-    server.Acceptor.close(ignored);
+    ClosePort(server.Listener);
     for (const Page& page : std::vector<Page>(server.Pages.begin(), server.Pages.end())) {
         if (page->Waiting.empty() && !page->Parting) {
             PartFrom(page, websocket::close_code::going_away);

@@ -12,15 +12,14 @@
 #include <string_view>
 #include <vector>
 
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
+#include "board/loopback_port.h"
 
 struct PageConnection;
 
 struct WebServer {
-    explicit WebServer(boost::asio::io_context& context) : Acceptor(context) {}
+    explicit WebServer(boost::asio::io_context& context) : Listener(context) {}
 
-    boost::asio::ip::tcp::acceptor Acceptor;
+    LoopbackPort Listener;
     int Port = 0;
     std::string Token;
     int NumConnections = 0;                           // of any kind
