@@ -1,12 +1,11 @@
 // How many games of a self-play match the engine plays in a second, and the plain model of the
 // tests from the same seed.
-#include <cstdlib>
-
 #include <benchmark/benchmark.h>
 
 #include "common/board_text.h"
 #include "engine/self_play.h"
 #include "plain/plain_engine.h"
+#include "support/random.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ void Match(benchmark::State& state, Play play) {
     UseBoard(11, 5);
     const ABWeightPair players = Players();
     for (auto _ : state) {
-        std::srand(1);
+        SeedRandom(1);
         play(players);
     }
     state.counters["games"] = benchmark::Counter(

@@ -1,7 +1,8 @@
-// What a counted evaluation costs: the search of the engine, the plain model of the tests, and the
-// floor, which does nothing but one draw and one weighted sum for each. All three are measured side
-// by side in one run, and the medians compared in a table; below it stands the signature of the
-// search, the total number of evaluations over all positions.
+// What a counted evaluation costs: the search of the engine, the plain model of the tests, and two
+// floors, which do nothing but one weighted sum for each, without and with one draw of the C
+// library's generator. All are measured side by side in one run, and the medians compared in a
+// table; below it stands the signature of the search, the total number of evaluations over all
+// positions.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -17,12 +18,10 @@
 #include "common/board_text.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
-#include "engine/tallies.h"
+#include "kernel/tallies.h"
 #include "plain/plain_engine.h"
 
 namespace {
-
-using namespace TALUREX_KERNEL;
 
 constexpr int REPETITIONS = 5;
 
@@ -30,7 +29,8 @@ constexpr int REPETITIONS = 5;
 using Costs = std::map<std::string, std::vector<double>>;
 Costs FastCosts;
 Costs PlainCosts;
-std::vector<double> FloorCosts;
+std::vector<double> SumCosts;
+std::vector<double> SumAndDrawCosts;
 std::map<std::string, std::int64_t> Counts;
 
 double Median(std::vector<double> values) {
@@ -91,7 +91,7 @@ void Plain(benchmark::State& state, const BoardText& board) {
             });
 }
 
-void Floor(benchmark::State& state) {
+void Floor(benchmark::State& state, bool withDraw, std::vector<double>& costs) {
     constexpr int EVALUATIONS = 1 << 20;
     const TallyWeights weights = OrderWeights(FullStrength());
     std::array<Tallies, 64> tallies;
@@ -103,26 +103,31 @@ void Floor(benchmark::State& state) {
     const auto begin = std::chrono::steady_clock::now();
     for (auto _ : state) {
         for (int i = 0; i < EVALUATIONS; ++i) {
-            benchmark::DoNotOptimize(std::rand());
+            if (withDraw) {
+                benchmark::DoNotOptimize(std::rand());
+            }
             benchmark::DoNotOptimize(WeightedSum(tallies[i % 64], weights));
         }
     }
     const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - begin;
-    FloorCosts.push_back(time.count() / EVALUATIONS / static_cast<double>(state.iterations()));
+    costs.push_back(time.count() / EVALUATIONS / static_cast<double>(state.iterations()));
 }
 
 void PrintTable(const std::vector<BoardText>& boards) {
-    const double floor = Median(FloorCosts);
+    const double sum = Median(SumCosts);
+    const double sumAndDraw = Median(SumAndDrawCosts);
     std::int64_t signature = 0;
-    std::printf("\nns per counted evaluation (floor: %.1f)\n", floor);
-    std::printf("%-14s %5s %11s %8s %9s %10s %10s\n", "position", "depth", "evaluations", "fast",
-                "plain", "fast/floor", "plain/fast");
+    std::printf(
+        "\nns per counted evaluation (a weighted sum: %.1f, and a draw of the library: %.1f)\n",
+        sum, sumAndDraw);
+    std::printf("%-14s %5s %11s %8s %9s %9s %14s %10s\n", "position", "depth", "evaluations",
+                "fast", "plain", "fast/sum", "fast/sum+draw", "plain/fast");
     for (const BoardText& board : boards) {
         const double fast = Median(FastCosts[board.Name]);
         const double plain = Median(PlainCosts[board.Name]);
-        std::printf("%-14s %5s %11lld %8.1f %9.1f %10.2f %10.1f\n", board.Name.c_str(),
+        std::printf("%-14s %5s %11lld %8.1f %9.1f %9.2f %14.2f %10.1f\n", board.Name.c_str(),
                     board.Rest.c_str(), static_cast<long long>(Counts[board.Name]), fast, plain,
-                    fast / floor, plain / fast);
+                    fast / sum, fast / sumAndDraw, plain / fast);
         signature += Counts[board.Name];
     }
     std::printf("signature: %lld\n", static_cast<long long>(signature));
@@ -145,7 +150,8 @@ int main(int argc, char** argv) {
             ->ReportAggregatesOnly()
             ->Unit(benchmark::kMillisecond);
     };
-    add("Floor", Floor);
+    add("Floor/sum", [](auto& state) { Floor(state, false, SumCosts); });
+    add("Floor/sum_and_draw", [](auto& state) { Floor(state, true, SumAndDrawCosts); });
     for (const BoardText& board : boards) {
         add("Fast/" + board.Name, Fast, board);
         add("Plain/" + board.Name, Plain, board);

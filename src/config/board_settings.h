@@ -1,7 +1,13 @@
-// The settings that a game file brings with it: size of the board and number of life stones.
+// The size of a board and its number of life stones: what a game file brings with it.
 #pragma once
 
-#include "config/glob_cfg.h"
+// The largest board; it fixes the size of a Position.
+inline constexpr int MAX_BOARD_X_DIM = 15;
+inline constexpr int MAX_BOARD_Y_DIM = 9;
+
+[[nodiscard]] constexpr bool IsBoardSize(int xDim, int yDim) {
+    return xDim >= 1 && xDim <= MAX_BOARD_X_DIM && yDim >= 1 && yDim <= MAX_BOARD_Y_DIM;
+}
 
 struct BoardSettings {
     int XDim = 0;
@@ -11,15 +17,29 @@ struct BoardSettings {
     bool operator==(const BoardSettings&) const = default;
 };
 
-// The board of every game file that does not name another one.
+// The board to begin with, and that of every game file that does not name another one.
 inline constexpr BoardSettings DEFAULT_BOARD = {11, 5, 3};
 
-[[nodiscard]] inline BoardSettings GetBoardSettings() {
-    return {GlobCfg.BoardXDim, GlobCfg.BoardYDim, GlobCfg.NumLifeStones};
-}
+// Those of GlobCfg.
+[[nodiscard]] BoardSettings GetBoardSettings();
+void SetBoardSettings(const BoardSettings& settings);
 
-inline void SetBoardSettings(const BoardSettings& settings) {
-    GlobCfg.BoardXDim = settings.XDim;
-    GlobCfg.BoardYDim = settings.YDim;
-    GlobCfg.NumLifeStones = settings.LifeStones;
-}
+// For a reader that changes the settings as it goes: puts them back at the end of its life, unless
+// they are to stay.
+class BoardSettingsGuard {
+public:
+    BoardSettingsGuard() : before_(GetBoardSettings()) {}
+    ~BoardSettingsGuard() {
+        if (!keep_) {
+            SetBoardSettings(before_);
+        }
+    }
+    BoardSettingsGuard(const BoardSettingsGuard&) = delete;
+    BoardSettingsGuard& operator=(const BoardSettingsGuard&) = delete;
+
+    void Keep() { keep_ = true; }
+
+private:
+    BoardSettings before_;
+    bool keep_ = false;
+};

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The longest line before its line feed is one character shorter.
+// The most characters that a line may have, its line feed among them.
 constexpr int CONFIG_LINE_LENGTH = 200;
 
 // Skips the white space that may stand before a keyword and before a quoted character.
@@ -74,14 +74,13 @@ int ProcessConfigLine(std::string_view line) {
     if (line.empty() || line.front() == '#') {
         return 0;
     }
-    std::string_view value;
-    const std::string_view keyword = ScanWord(line, &value);
+    const std::string_view keyword = ScanWord(line);
     if (keyword.empty()) {
         return 1;
     }
     for (const ConfigKey& key : CONFIG_KEYS) {
         if (keyword == key.Name) {
-            return key.Character != nullptr ? SetCharacter(key, value) : SetNumber(key, value);
+            return key.Character != nullptr ? SetCharacter(key, line) : SetNumber(key, line);
         }
     }
     PrintError("Error: Config line keyword \"%s\" was not recognized !\n",

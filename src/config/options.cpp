@@ -25,7 +25,7 @@ bool TakeOption(const Option& option, std::string_view text, const char* program
     }
     text.remove_prefix(name.size());
     if (text.empty()) {
-        value.Given = 1;
+        value.Given = true;
         return true;
     }
     if (text.front() != '=') {
@@ -36,7 +36,7 @@ bool TakeOption(const Option& option, std::string_view text, const char* program
         PrintError("Error: Parameter for option \"%s\" is missing!\n", option.Name);
         ExitWithUsageHint(program);
     }
-    value = {1, std::string(text)};
+    value = {true, std::string(text)};
     return true;
 }
 
@@ -111,7 +111,7 @@ void GetOptions(OptionValues& values, int argumentCount, const char* const* argu
 
 void ProcessOptions(const OptionValues& values) {
     for (std::size_t i = 0; i < OPTIONS.size(); ++i) {
-        if (values[i].Given == 1 && OPTIONS[i].Field != nullptr) {
+        if (values[i].Given && OPTIONS[i].Field != nullptr) {
             GlobCfg.*OPTIONS[i].Field = SettingOf(OPTIONS[i], values[i].Argument);
         }
     }

@@ -5,6 +5,7 @@
 #include <array>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "config/glob_cfg.h"
 #include "support/numbers.h"
@@ -16,10 +17,11 @@ struct OptionWord {
     int Value;
 };
 
+// The word is the colour of the person, the setting that of the computer.
 inline constexpr std::array COLOR_WORDS = {
     OptionWord{"w", "white", 1},
     OptionWord{"b", "black", 0},
-    OptionWord{"r", "random", 2},
+    OptionWord{"r", "random", RANDOM_COLOR},
 };
 inline constexpr std::array SETUP_WORDS = {
     OptionWord{"n", "normal", 0},
@@ -69,9 +71,12 @@ inline constexpr std::array OPTIONS = {
 };
 // clang-format on
 
+static_assert(OPTIONS[OPTION_HELP].Name == std::string_view("help") &&
+              OPTIONS[OPTION_CONFIG].Name == std::string_view("config"));
+
 // What the command line gave for one option.
 struct OptionValue {
-    int Given = 0;
+    bool Given = false;
     std::string Argument;  // empty when it came without one
 };
 

@@ -1,5 +1,6 @@
 // The commands that people type: names, argument patterns and help texts, one row each. A new
-// command is a row here, a case in ExecuteCommand and the function that does it.
+// command is an id and a row here, a case in ExecuteCommand and the function that does it; the
+// compiler names what is missing.
 #pragma once
 
 #include <array>
@@ -34,18 +35,20 @@ enum CommandId : int {
     COMMAND_GUI = 24,
     COMMAND_HIGHLIGHTING = 25,
     COMMAND_ABOUT = 26,
+    // 27 has never been a command: nothing may take it for one.
     UNKNOWN_COMMAND = 28,  // a word that names no command, or more than one
 };
-inline constexpr int NUM_COMMANDS = 27;
+inline constexpr int NUM_COMMANDS = COMMAND_ABOUT + 1;
 
 struct Command {
-    CommandId Id;
-    const char* Name;
+    CommandId Id = COMMAND_NONE;
+    const char* Name = "";
     // What stands behind the name in the usage line of an error; null when the command never
     // complains about its argument. Help has a pattern of its own, which may differ.
-    const char* ErrorPattern;
-    const char* HelpPattern;  // null when there is no specific help
-    const char* HelpText;
+    const char* ErrorPattern = nullptr;
+    const char* ErrorHint = "";           // a line behind that usage line
+    const char* HelpPattern = nullptr;  // null when there is no specific help
+    const char* HelpText = nullptr;
 };
 extern const std::array<Command, NUM_COMMANDS> CommandList;
 

@@ -12,12 +12,12 @@
 
 namespace {
 
-constexpr const char* DEFAULT_GAME_NAME = "quicksave";
+constexpr const char* DEFAULT_GAME_NAME = "quicksave.tlx";
 constexpr const char* GAME_EXTENSION = ".tlx";
 
 // The file that the argument of load and save names.
 std::string GameFileName(const std::string& argument) {
-    std::string name(ScanWord(argument));
+    std::string name(ReadWord(argument));
     if (name.empty()) {
         name = DEFAULT_GAME_NAME;
     }
@@ -47,10 +47,11 @@ void DoLoad(const std::string& argument, PlayState& state) {
         return;
     }
     std::printf("loading game was successful.\n");
+    state.HasNewPlies = false;
     ShowLastPosition(state);
 }
 
-void DoSave(const std::string& argument, const PlayState& state) {
+void DoSave(const std::string& argument, PlayState& state) {
     const std::string name = GameFileName(argument);
     std::printf("Saving current game in file: \"%s\"!\n", name.c_str());
     if (SaveGame(state.Record, name) != 0) {
@@ -58,6 +59,7 @@ void DoSave(const std::string& argument, const PlayState& state) {
         return;
     }
     std::printf("Saving game was successful.\n");
+    state.HasNewPlies = false;
 }
 
 void DoImport(const std::string& argument, PlayState& state) {
@@ -69,13 +71,14 @@ void DoImport(const std::string& argument, PlayState& state) {
         PrintUsageError(COMMAND_IMPORT);
         return;
     }
-    const BoardSettings before = GetBoardSettings();
+    BoardSettingsGuard settings;
     SetBoardSettings(DEFAULT_BOARD);
     if (ImportGame(argument, state.Record) != 0) {
         std::printf("Importing game from file \"%s\" failed!\n", argument.c_str());
-        SetBoardSettings(before);
         return;
     }
+    settings.Keep();
+    state.HasNewPlies = true;
     ShowLastPosition(state);
     std::printf("\nGame was successfully imported.\n");
 }

@@ -8,7 +8,7 @@
 // Replaces the stopped game by one from a saved-game file and shows its last position.
 void DoLoad(const std::string& argument, PlayState& state);
 
-void DoSave(const std::string& argument, const PlayState& state);
+void DoSave(const std::string& argument, PlayState& state);
 
 // Replaces the stopped game by one from a game log and shows its last position.
 void DoImport(const std::string& argument, PlayState& state);

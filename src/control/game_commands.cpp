@@ -12,6 +12,7 @@
 #include "display/gui_link.h"
 #include "display/terminal_board.h"
 #include "engine/report.h"
+#include "kernel/search_kernel.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"
@@ -36,6 +37,7 @@ void BeginNewGame(PlayState& state) {
     state.CurrentMove = 0;
     state.Record.LastMove = 0;
     state.SearchDepth = 0;
+    state.HasNewPlies = false;
     GlobCfg.GameRunFlag = 1;
 }
 
@@ -64,10 +66,27 @@ void ShowPosition(const PlayState& state) {
     PrintPosition(state.Record.PositionList[state.CurrentMove]);
 }
 
+void ChooseComputerSide(PlayState& state) {
+    state.ComputerSide =
+        GlobCfg.ComputerColor == RANDOM_COLOR ? RandomInt(2) : GlobCfg.ComputerColor;
+}
+
 void AdvanceAndShow(PlayState& state) {
     ++state.CurrentMove;
     state.Record.LastMove = state.CurrentMove;
+    state.HasNewPlies = true;
     ShowPosition(state);
+}
+
+bool PlayTypedPly(const std::string& text, PlayState& state) {
+    GameRecord& record = state.Record;
+    const int n = state.CurrentMove;
+    if (!CheckRecordRoom(n) || DoPlayerMove(text, record.PositionList[n],
+                                            record.PositionList[n + 1], record.MoveList[n]) != 0) {
+        return false;
+    }
+    AdvanceAndShow(state);
+    return true;
 }
 
 void DoUndo(PlayState& state) {
@@ -132,9 +151,7 @@ void DoNew(PlayState& state) {
         return;
     }
     BeginNewGame(state);
-    if (GlobCfg.ComputerColor != WHITE && GlobCfg.ComputerColor != BLACK) {
-        state.ComputerSide = RandomInt(2);
-    }
+    ChooseComputerSide(state);
     ShowPosition(state);
 }
 
@@ -151,7 +168,7 @@ void DoBoardSize(const std::string& argument, PlayState& state) {
         PrintUsageError(COMMAND_BOARDSIZE);
         return;
     }
-    if (*x < 1 || *x > MAX_BOARD_X_DIM || *y < 1 || *y > MAX_BOARD_Y_DIM) {
+    if (!IsBoardSize(*x, *y)) {
         PrintUsageError(COMMAND_BOARDSIZE);
         std::printf("x_size: 1-%i\n", MAX_BOARD_X_DIM);
         std::printf("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
@@ -182,14 +199,9 @@ void DoEvaluate(const std::string& argument, const PlayState& state) {
 }
 
 void DoMoveCommand(const std::string& argument, PlayState& state) {
-    GameRecord& record = state.Record;
-    const int n = state.CurrentMove;
-    if (!RecordHasRoom(n) || DoPlayerMove(argument, record.PositionList[n],
-                                          record.PositionList[n + 1], record.MoveList[n]) != 0) {
+    if (!PlayTypedPly(argument, state)) {
         std::printf("Error in Move! Move was not executed!\n");
-        return;
     }
-    AdvanceAndShow(state);
 }
 
 void DoQuit(PlayState& state) {

@@ -9,9 +9,16 @@
 // Prints the shown position behind an empty line.
 void ShowPosition(const PlayState& state);
 
+// Draws the colour that the computer plays in a new game, where the settings leave it to chance.
+void ChooseComputerSide(PlayState& state);
+
 // Makes the ply that was just written behind the shown position the last one of the game, and shows
 // the position it led to.
 void AdvanceAndShow(PlayState& state);
+
+// Carries out a typed ply in the shown position and shows what it led to. Answers false after saying
+// why nothing was done.
+[[nodiscard]] bool PlayTypedPly(const std::string& text, PlayState& state);
 
 // Goes back two half-moves; three where the second would be the other side's, at the end of a setup
 // phase with an odd number of placements. The game keeps running, or stays stopped, and keeps its

@@ -44,5 +44,6 @@ void PrintHelp(const std::string& argument) {
 
 void PrintUsageError(CommandId id) {
     const Command& command = CommandList[id];
-    std::printf("Error in Command!\nusage: /%s%s\n", command.Name, command.ErrorPattern);
+    std::printf("Error in Command!\nusage: /%s%s\n%s", command.Name, command.ErrorPattern,
+                command.ErrorHint);
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-int DoPass(std::string_view line, const Position& position, Position& next, Move& move) {
+int DoTypedPass(std::string_view line, const Position& position, Position& next, Move& move) {
     if (CheckPassMove(line) != 0) {
         std::printf("No more moves, press <return> or type \"pass\" to pass.\n");
         return 1;
@@ -25,7 +25,7 @@ int DoPass(std::string_view line, const Position& position, Position& next, Move
 int DoPlayerMove(std::string_view line, const Position& position, Position& next, Move& move) {
     const bool setup = position.SetupPhase != 0;
     if (!setup && GetNumMoves(position) == 0) {
-        return DoPass(line, position, next, move);
+        return DoTypedPass(line, position, next, move);
     }
     Move entered;
     int distance = 0;

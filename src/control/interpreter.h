@@ -5,7 +5,7 @@
 
 #include "control/command_table.h"
 #include "control/play_state.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // Carries out a command. `argument` is the text behind its name, trimmed at both ends. What people
 // ask for in vain is answered with a line on standard output and changes nothing; an id that

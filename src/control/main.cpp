@@ -4,13 +4,15 @@
 #include "display/gui_link.h"
 #include "engine/self_play.h"
 #include "support/files.h"
+#include "support/signals.h"
 
 int main(int argumentCount, char** arguments) {
     EnsureStandardStreams();
+    ListenForMoveNow();
     OptionValues options;
     EvalWeights weights;
     ProgramInit(argumentCount, arguments, options, weights);
-    if (options[OPTION_HELP].Given == 1) {
+    if (options[OPTION_HELP].Given) {
         PrintCommandLineHelp(arguments[0]);
         return 0;
     }

@@ -4,25 +4,25 @@
 
 #include "control/command_table.h"
 #include "control/game_commands.h"
-#include "control/human_moves.h"
 #include "control/interpreter.h"
+#include "control/keep_game.h"
+#include "control/prompt.h"
 #include "display/gui_link.h"
 #include "engine/computer.h"
 #include "engine/evaluation.h"
+#include "kernel/search_kernel.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
-#include "support/files.h"
-#include "support/random.h"
-#include "support/text.h"
+#include "support/signals.h"
 
 namespace {
 
-// The longest line taken at once; what is longer is read in pieces, each a line of its own.
-constexpr int INPUT_LINE_LENGTH = 198;
+// Those that ask the computer to move at once.
+constexpr int HURRY_REQUESTS = REQUEST_MOVE_NOW | REQUEST_INTERRUPT;
 
 void StartPlay(PlayState& state) {
-    state.ComputerSide = GlobCfg.ComputerColor == 2 ? RandomInt(2) : GlobCfg.ComputerColor;
+    ChooseComputerSide(state);
     std::printf(GlobCfg.SetupMode == 1 ? "Using random setup\n" : "Using normal setup\n");
     GenerateStartPosition(state.Record.PositionList[0]);
     ShowPosition(state);
@@ -57,63 +57,55 @@ void PrintStatus(const Position& position, int depth) {
     }
 }
 
-// Makes the computer's move, deeper and deeper until a search has used up its budget; only the last
-// attempt stands. The next move begins at the depth that was reached. Answers the line to print.
-std::string SearchAndMove(PlayState& state, const EvalWeights& weights) {
-    const int budget = SearchBudget(GlobCfg.ComputerLevel);
-    const int n = state.CurrentMove;
-    Position& next = state.Record.PositionList[n + 1];
-    std::string message;
-    for (;; ++state.SearchDepth) {
-        EvalCount = 0;
-        DoComputerMove(state.Record.PositionList[n], state.SearchDepth, weights, next, message,
-                       state.Record.MoveList[n]);
-        const bool cheap = EvalCount >= 1 && EvalCount < budget;
-        if (!cheap || state.SearchDepth >= MAX_SEARCH_DEPTH || next.ExactValue != 0) {
-            return message;
-        }
+// Stops a game without people when that is asked for. Answers whether it did.
+bool StopOnRequest() {
+    if (GlobCfg.NumHumanPlayers != 0 || !IsRequested(HURRY_REQUESTS)) {
+        return false;
     }
+    DropRequests(HURRY_REQUESTS);
+    GlobCfg.GameRunFlag = 0;
+    return true;
 }
 
+// Makes the computer's turn. The next one begins its search at the depth that was reached.
 void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
-    if (!RecordHasRoom(state.CurrentMove)) {
+    const int n = state.CurrentMove;
+    if (!CheckRecordRoom(n)) {
         GlobCfg.GameRunFlag = 0;  // or the same turn would come again for ever
         return;
     }
-    const std::string message = SearchAndMove(state, weights);
+    if (StopOnRequest()) {
+        return;
+    }
+    SearchEffort effort = {.Depth = state.SearchDepth,
+                           .Budget = SearchBudget(GlobCfg.ComputerLevel),
+                           .CanBeHurried = true};
+    // Aside, for the record may go on behind this turn, and the process may end before it does.
+    Position next;
+    Move move = state.Record.MoveList[n];
+    std::string message;
+    DoComputerMove(state.Record.PositionList[n], effort, weights, next, message, move);
+    if (EndingSignal() != 0) {
+        return;
+    }
+    state.SearchDepth = effort.Depth;
+    state.Record.PositionList[n + 1] = next;
+    state.Record.MoveList[n] = move;
     std::fputs(message.c_str(), stdout);
     AdvanceAndShow(state);
     if (GlobCfg.PrintStatusFlag != 0) {
         PrintStatus(state.Record.PositionList[state.CurrentMove], state.SearchDepth);
     }
     StopAtEnd(state);
-    std::fflush(stdout);  // whoever reads through a pipe sees each move as it is made
+    std::fflush(stdout);  // who reads a pipe sees each move of a game without people as it is made
+    StopOnRequest();
+    DropRequests(HURRY_REQUESTS);  // they were for this turn
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
-    if (!RecordHasRoom(state.CurrentMove)) {
-        return;
-    }
-    GameRecord& record = state.Record;
-    if (DoPlayerMove(line, record.PositionList[state.CurrentMove],
-                     record.PositionList[state.CurrentMove + 1],
-                     record.MoveList[state.CurrentMove]) == 0) {
-        AdvanceAndShow(state);
+    if (PlayTypedPly(line, state)) {
         StopAtEnd(state);
     }
-}
-
-// Prompts for a line and reads it. Answers false at the end of standard input.
-bool PromptForLine(const PlayState& state, std::string& line) {
-    std::printf("Move (%i/%i), %s: ", state.CurrentMove, state.Record.LastMove,
-                GlobCfg.GameRunFlag == 1 ? "your move" : "game stopped");
-    std::fflush(stdout);
-    if (!ReadPiece(INPUT_LINE_LENGTH, line, stdin)) {
-        std::printf("\n");
-        return false;
-    }
-    EatLeadingAndTrailingWhitespace(line);
-    return true;
 }
 
 }  // namespace
@@ -138,15 +130,22 @@ void EndCycle(const PlayState& state) {
 
 void MainControl(EvalWeights& weights) {
     PlayState state;
+    PrepareInput();
+    const GameKeeper keeper(state);
     StartPlay(state);
     std::string line;
     while (state.QuitFlag == 0) {
+        NoteBoardSettings(state);
+        if (EndingSignal() != 0) {
+            EndBySignal(EndingSignal());
+        }
         if (ComputerIsToMove(state)) {
             DoComputerTurn(state, weights);
         } else if (PromptForLine(state, line)) {
             DoLine(state, line, weights);
         } else {
             CloseGuiLink();
+            KeepGame();
             return;
         }
         EndCycle(state);

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "control/play_state.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // Builds the first game and plays until the quit command or the end of standard input. `weights`
 // are those of the computer's level; the level command changes them.

@@ -105,7 +105,6 @@ void DoLevel(const std::string& argument, PlayState& state, EvalWeights& weights
         state.SearchDepth = 0;
         return;
     case Request::Refused:
-        std::printf("level >= 0\n");
         return;
     }
 }
@@ -143,7 +142,7 @@ void DoColor(const std::string& argument, PlayState& state) {
         return;
     case 'r':
     case 'R':
-        GlobCfg.ComputerColor = 2;
+        GlobCfg.ComputerColor = RANDOM_COLOR;
         std::printf("Your playing color will be determined randomly in the next game.\n");
         return;
     default:

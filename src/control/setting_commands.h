@@ -5,7 +5,7 @@
 #include <string>
 
 #include "control/play_state.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // Both act when the next game is created.
 void DoLifeStones(const std::string& argument);

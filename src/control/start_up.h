@@ -2,7 +2,7 @@
 #pragma once
 
 #include "config/options.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // Fills GlobCfg from its defaults, the configuration file and the command line, each over the one
 // before; prints the start-up lines, seeds the random generator and sets the computer's level.

@@ -10,10 +10,9 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
-#include "rules/referee.h"
-#include "rules/setup.h"
 #include "support/fatal.h"
 
 GuiMirror GuiLast;
@@ -21,116 +20,7 @@ GuiMirror GuiLast;
 namespace {
 
 constexpr const char* HOST_NAME = "127.0.0.1";
-
-constexpr Place NOWHERE = {-1, -1};
-
-// A step to highlight: a tower move, a placement (which comes from nowhere), or nothing at all.
-struct Highlight {
-    Place Source = NOWHERE;
-    Place Target = NOWHERE;
-};
-
-// Sends a line of the update; without effect once the link is lost.
-void SendLine(const std::string& line) {
-    if (GlobCfg.Gui != 0 && SocketSendString(GlobCfg.GuiSocket, line + '\n') != 0) {
-        SocketClose(GlobCfg.GuiSocket);
-        GlobCfg.Gui = 0;
-        std::printf("Connection to GUI was lost!\nGUI is disabled!\n");
-    }
-}
-
-std::string PlaceText(Place place) {
-    return ' ' + std::to_string(place.Column) + ' ' + std::to_string(place.Row);
-}
-
-void SendWay(char kind, const Highlight& way) {
-    SendLine(kind + PlaceText(way.Source) + PlaceText(way.Target));
-}
-
-// The step that move `k` of the record makes.
-Highlight StepOf(const GameRecord& record, int k) {
-    const Position& position = record.PositionList[k];
-    const Move& move = record.MoveList[k];
-    const Place source = {move.Column, move.Row};
-    if (position.SetupPhase != 0) {
-        return {NOWHERE, source};
-    }
-    return {source, MoveTarget(position, move)};
-}
-
-// The step that led to position n; behind a pass, the one before it.
-Highlight LastStep(const GameRecord& record, int n) {
-    if (GetNumMoves(record.PositionList[n - 1]) != 0) {
-        return StepOf(record, n - 1);
-    }
-    if (n < 2) {
-        std::printf("GUIPrintPosition: Bad logical error, Bug in program!\n");
-        return {};
-    }
-    return StepOf(record, n - 2);
-}
-
-// The step that the record holds behind position n.
-Highlight NextStep(const GameRecord& record, int n) {
-    if (n >= record.LastMove || GetNumMoves(record.PositionList[n]) == 0) {
-        return {};
-    }
-    return StepOf(record, n);
-}
-
-void SendHighlights(const GameRecord& record, int n) {
-    const bool highlighting = GlobCfg.GuiHighlighting != 0 && n != 0;
-    SendWay('L', highlighting ? LastStep(record, n) : Highlight{});
-    SendWay('N', highlighting ? NextStep(record, n) : Highlight{});
-}
-
-// Lets the display move the tower of the last move, unless the step was a placement or a pass. The
-// mirrored target grows with it, so that it is not sent again as a changed space.
-void SendAnimation(const GameRecord& record, int n) {
-    const Position& before = record.PositionList[n - 1];
-    if (before.SetupPhase != 0 || GetNumMoves(before) == 0) {
-        return;
-    }
-    const Move& move = record.MoveList[n - 1];
-    auto& mirrored = GuiLast.LastPosition.Spaces;
-    const int height = mirrored[move.Column][move.Row].Height;
-    const Place target = MoveTarget(GuiLast.LastPosition, move);
-    SendWay('M', {{move.Column, move.Row}, target});
-    // The display may show another game than this one, whose tower reaches beyond the board.
-    if (target.Column >= 0 && target.Column < MAX_BOARD_X_DIM && target.Row >= 0 &&
-        target.Row < MAX_BOARD_Y_DIM) {
-        mirrored[target.Column][target.Row].Height += height;
-    }
-}
-
-// One step forward changes a space only together with its height; any other step sends all spaces.
-void SendSpaces(const Position& position, bool oneStep) {
-    for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
-        for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
-            const Space& space = position.Spaces[x][y];
-            if (oneStep && space.Height == GuiLast.LastPosition.Spaces[x][y].Height) {
-                continue;
-            }
-            SendLine('S' + PlaceText({x, y}) + ' ' + std::to_string(space.Height) + ' ' +
-                     std::to_string(space.Owner) + ' ' + std::to_string(space.Life));
-        }
-    }
-}
-
-std::string StateText(const Position& position) {
-    int white = 0;
-    int black = 0;
-    GetScore(position, white, black);
-    if (IsEndPosition(position)) {
-        return "Game finished!  SCORE: " + std::to_string(white) + ':' + std::to_string(black);
-    }
-    return position.ActivePlayer == BLACK ? "BLACK is moving" : "WHITE is moving";
-}
-
-void SendStatus(const GameRecord& record, int n) {
-    SendLine("TMove (" + std::to_string(n) + '/' + std::to_string(record.LastMove) + ") " +
-             StateText(record.PositionList[n]));
-}
+constexpr int SEND_PATIENCE_SECONDS = 10;
 
 }  // namespace
 
@@ -154,6 +44,9 @@ int SocketOpen(int& socketHandle) {
     // An update is many short lines, none of which may wait for the display to acknowledge another.
     const int on = 1;
     setsockopt(handle, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    // A display that takes not a byte for so long counts as gone: the game must not wait for ever.
+    const timeval patience = {.tv_sec = SEND_PATIENCE_SECONDS, .tv_usec = 0};
+    setsockopt(handle, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     socketHandle = handle;
     return 0;
 }
@@ -204,22 +97,17 @@ bool CloseGuiLink() {
 }
 
 void GUIPrintPosition(const GameRecord& record, int moveNumber) {
-    if (GuiLast.Started == 0) {
-        GuiLast.Started = 1;
-        GenerateEmptyStartPosition(GuiLast.LastPosition);
-        SendLine("C");
+    const std::string update = UpdateText(GuiLast, record, moveNumber);
+    // Line by line: a display that has hung up answers the first line with a reset, and so it is
+    // missed in this update and not in the next.
+    for (std::string_view rest = update; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n') + 1);
+        rest.remove_prefix(line.size());
+        if (SocketSendString(GlobCfg.GuiSocket, line) != 0) {
+            SocketClose(GlobCfg.GuiSocket);
+            GlobCfg.Gui = 0;
+            std::printf("Connection to GUI was lost!\nGUI is disabled!\n");
+            return;
+        }
     }
-    SendHighlights(record, moveNumber);
-    const bool oneStep = moveNumber == GuiLast.LastMoveNr + 1;
-    if (oneStep) {
-        SendAnimation(record, moveNumber);
-    }
-    const Position& position = record.PositionList[moveNumber];
-    if (!SamePosition(GuiLast.LastPosition, position)) {
-        SendSpaces(position, oneStep);
-    }
-    SendStatus(record, moveNumber);
-    SendLine("D");
-    GuiLast.LastPosition = position;
-    GuiLast.LastMoveNr = moveNumber;
 }

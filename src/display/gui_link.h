@@ -6,15 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "rules/game_record.h"
+#include "display/gui_update.h"
 
-// What the display was last sent. It outlives the connection: after a reconnection the next update
-// builds on it.
-struct GuiMirror {
-    int Started = 0;  // 1 once the clear line of the process is used up
-    Position LastPosition;
-    int LastMoveNr = 0;
-};
 extern GuiMirror GuiLast;
 
 // Connects to the display on the loopback address at GuiPort. Answers 0, or 1 after a line on
@@ -23,8 +16,9 @@ extern GuiMirror GuiLast;
 
 void SocketClose(int socketHandle);
 
-// Sends the bytes, waiting for a display that is slow to read them. Answers how many were sent:
-// fewer than `length` only when the connection is lost.
+// Sends the bytes, waiting for a display that is slow to read them, but not for one that takes no
+// byte for ten seconds. Answers how many were sent: fewer than `length` when the connection is
+// lost.
 std::size_t SocketSend(int socketHandle, const char* bytes, std::size_t length);
 
 // Sends the text. Answers 0, or 1 when it could not be sent whole.

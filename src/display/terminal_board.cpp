@@ -2,7 +2,10 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <span>
+
+#include <unistd.h>
 
 #include "rules/notation.h"
 #include "support/fatal.h"
@@ -27,6 +30,7 @@ constexpr Look WHITE_LIFE_LOOK = {{FOREGROUND_YELLOW}, 1, '*'};
 constexpr Look BLACK_LOOK = {{RESET_COLORS, FOREGROUND_BLACK, BACKGROUND_WHITE}, 3, '#'};
 constexpr Look BLACK_LIFE_LOOK = {{FOREGROUND_BLUE}, 1, '@'};
 constexpr Look LIFE_LOOK = {{FOREGROUND_RED}, 1, '%'};
+// Two colours, of which the second counts: readers of a pipe tell spaces by the whole sequence.
 constexpr Look EMPTY_LOOK = {{FOREGROUND_GREEN, FOREGROUND_BLACK}, 2, '.'};
 constexpr Look FAULTY_LOOK = {{}, 0, '?'};
 
@@ -44,6 +48,13 @@ const Look& LookOf(const Space& space) {
         PrintError("Error: Position data is faulty !\n");
         return FAULTY_LOOK;
     }
+}
+
+// People can ask for a terminal without colours. Who reads a pipe gets them always.
+bool IsWithoutColors() {
+    static const bool isTerminal = isatty(STDOUT_FILENO) == 1;
+    const char* wish = std::getenv("NO_COLOR");
+    return isTerminal && wish != nullptr && wish[0] != '\0';
 }
 
 void SetColors(std::span<const unsigned> codes) {
@@ -104,7 +115,9 @@ void SetColor(unsigned code) {
     if (code >= COLOR_TEXTS.size()) {
         ErrorExit("SetColor: Error in calling parameter value\n");
     }
-    std::printf("\033[%s", COLOR_TEXTS[code]);
+    if (!IsWithoutColors()) {
+        std::printf("\033[%s", COLOR_TEXTS[code]);
+    }
 }
 
 void PrintPosition(const Position& position) {

@@ -24,7 +24,8 @@ enum ScreenColor : unsigned {
     RESET_COLORS = 16,
 };
 
-// Prints the escape sequence of a ScreenColor on standard output. A code above 16 ends the process.
+// Prints the escape sequence of a ScreenColor on standard output; nothing on a terminal whose user
+// has set NO_COLOR. A code above 16 ends the process.
 void SetColor(unsigned code);
 
 // Prints the board: the side to move, a line per row with height and mark of every space, a rule

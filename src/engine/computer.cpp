@@ -1,13 +1,14 @@
 #include "engine/computer.h"
 
+#include "engine/evaluation.h"
 #include "engine/placement.h"
-#include "engine/search.h"
 #include "rules/notation.h"
 #include "rules/setup.h"
 #include "support/fatal.h"
 
-Turn MakeComputerTurn(Position& position, int depth, const EvalWeights& weights, Position& next,
-                      Move& move) {
+Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeights& weights,
+                      Position& next, Move& move) {
+    EvalCount = 0;
     const bool hasChoice = GetNumMoves(position) > 0;
     if (position.SetupPhase != 0) {
         if (!hasChoice) {
@@ -21,15 +22,17 @@ Turn MakeComputerTurn(Position& position, int depth, const EvalWeights& weights,
         DoPass(position, next);
         return Turn::Pass;
     }
-    const double value = GetBestMove(position, depth, weights, move, position.ExactValue);
+    const Thought thought = Think(position, effort, weights);
+    effort.Depth = thought.Depth;
+    move = {move.Kind, thought.BestMove.Column, thought.BestMove.Row, thought.BestMove.Direction};
     DoMove(position, move, next);
-    next.Value = value;
+    next.Value = thought.Value;
     return Turn::TowerMove;
 }
 
-int DoComputerMove(Position& position, int depth, const EvalWeights& weights, Position& next,
-                   std::string& message, Move& move) {
-    switch (MakeComputerTurn(position, depth, weights, next, move)) {
+int DoComputerMove(Position& position, SearchEffort& effort, const EvalWeights& weights,
+                   Position& next, std::string& message, Move& move) {
+    switch (MakeComputerTurn(position, effort, weights, next, move)) {
     case Turn::Placement:
         message = "Talurex does setup move: (" + GetMoveString(move, position) + ")\n";
         break;

@@ -3,7 +3,8 @@
 
 #include <string>
 
-#include "engine/weights.h"
+#include "engine/thinking.h"
+#include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
 
@@ -11,14 +12,15 @@
 enum class Turn { Placement, TowerMove, Pass };
 
 // Chooses and makes the computer's placement, tower move or pass in `position`, which may be in any
-// phase but not an end position. `next` becomes the position behind it, valued by the search from
-// the view of its side to move; `move` receives the choice (a pass leaves it alone). `depth` is
-// that of the search, 0 to MAX_SEARCH_DEPTH. The search also notes its value in
-// `position`, and whether that is exact. Answers what kind of turn it was.
-Turn MakeComputerTurn(Position& position, int depth, const EvalWeights& weights, Position& next,
-                      Move& move);
+// phase; in an end position it passes. `next` becomes the position behind it, valued by the search
+// from the view of its side to move; `move` receives the choice (a pass leaves it alone). The
+// search also notes its value in `position`, and whether that is exact. EvalCount is what the
+// search that stands has cost, 0 without one, and the depth in `effort` becomes the one it reached.
+// Answers what kind of turn it was.
+Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeights& weights,
+                      Position& next, Move& move);
 
 // The same with one line about it in `message`, to be printed. Answers how many choices there were:
 // empty spaces in the setup phase, else moves.
-int DoComputerMove(Position& position, int depth, const EvalWeights& weights, Position& next,
-                   std::string& message, Move& move);
+int DoComputerMove(Position& position, SearchEffort& effort, const EvalWeights& weights,
+                   Position& next, std::string& message, Move& move);

@@ -1,14 +1,12 @@
 #include "engine/evaluation.h"
 
-#include "engine/tally_count.h"
+#include "kernel/tally_count.h"
 #include "support/numbers.h"
 #include "support/random.h"
 
 int EvalCount = 0;
 
 namespace {
-
-using namespace TALUREX_KERNEL;
 
 template <typename Set>
 Tallies TalliesOf(const Position& position) {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/position.h"
 
 // Evaluations counted since it was last set to 0: the cost of a search. Stops at INT_HIGHEST.

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <span>
 
-#include "engine/search.h"
+#include "kernel/move_order.h"
 #include "support/fatal.h"
 #include "support/random.h"
 

@@ -2,7 +2,7 @@
 // features, without any search.
 #pragma once
 
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
 

@@ -3,27 +3,23 @@
 #include <cstdio>
 
 #include "engine/evaluation.h"
-#include "engine/search.h"
+#include "engine/thinking.h"
+#include "kernel/search_kernel.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
+#include "support/signals.h"
 
 namespace {
 
-// Searches to `depth`, and in level mode deeper as long as the last search cost less than the
-// budget. Leaves the depth reached in `depth` and the cost of the last search in EvalCount.
-double SearchForReport(Position& position, ReportMode mode, int number, int& depth, Move& move) {
+// Searches to the given depth, or with the weights and the budget of the given level.
+Thought ThinkForReport(Position& position, ReportMode mode, int number) {
+    const bool byDepth = mode == ReportMode::Depth;
     EvalWeights weights;
-    SetLevel(mode == ReportMode::Depth ? FULL_STRENGTH_LEVEL : number, weights);
-    const int budget = mode == ReportMode::Depth ? 0 : SearchBudget(number);
-    depth = mode == ReportMode::Depth ? number : 0;
-    while (true) {
-        EvalCount = 0;
-        const double value = GetBestMove(position, depth, weights, move, position.ExactValue);
-        if (position.ExactValue == 1 || EvalCount >= budget || depth >= MAX_SEARCH_DEPTH) {
-            return value;
-        }
-        ++depth;
-    }
+    SetLevel(byDepth ? FULL_STRENGTH_LEVEL : number, weights);
+    const SearchEffort effort = {.Depth = byDepth ? number : 0,
+                                 .Budget = byDepth ? 0 : SearchBudget(number),
+                                 .CanBeHurried = true};
+    return Think(position, effort, weights);
 }
 
 }  // namespace
@@ -43,16 +39,18 @@ void GetEvaluationInfo(const Position& position, ReportMode mode, int number) {
     if (passes) {
         searched.ActivePlayer = OtherColor(position.ActivePlayer);
     }
-    Move move;
-    int depth = 0;
-    double value = SearchForReport(searched, mode, number, depth, move);
-    const bool isExact = searched.ExactValue == 1;
-    if (isExact) {
-        value /= 1000;  // the final stone difference
+    const Thought thought = ThinkForReport(searched, mode, number);
+    DropRequests(REQUEST_MOVE_NOW | REQUEST_INTERRUPT);
+    if (!thought.IsFinished) {
+        std::printf("Evaluation was interrupted!\n");
+        return;
     }
+    // An exact value is that of the final stone difference.
+    const double value = thought.IsExact ? thought.Value / 1000 : thought.Value;
     // The search answers for the side that moved into the position: behind a pass that is the side
     // which the report is for.
-    const std::string best = passes ? "PASS" : GetMoveString(move, searched);
+    const std::string best = passes ? "PASS" : GetMoveString(thought.BestMove, searched);
     std::printf("The %svalue is %.2f, best move: %s  (depth: %i, Evaluated pos.: %i)\n",
-                isExact ? "exact " : "", passes ? value : -value, best.c_str(), depth, EvalCount);
+                thought.IsExact ? "exact " : "", passes ? value : -value, best.c_str(),
+                thought.Depth, EvalCount);
 }

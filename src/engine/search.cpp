@@ -5,19 +5,21 @@
 
 #include "display/terminal_board.h"
 #include "engine/evaluation.h"
-#include "engine/search_kernel.h"
+#include "kernel/move_order.h"
+#include "kernel/search_kernel.h"
 #include "support/fatal.h"
 #include "support/random.h"
 
 namespace {
 
-KernelResult SearchWithBestKernel(const Position& position, int depth, const EvalWeights& weights) {
+KernelResult SearchWithBestKernel(const Position& position, int depth, const EvalWeights& weights,
+                                  const SearchWatch* watch) {
 #ifdef TALUREX_HAS_POPCOUNT_KERNEL
     if (__builtin_cpu_supports("popcnt")) {
-        return PopCountKernel::SearchPosition(position, depth, weights);
+        return PopCountKernel::SearchPosition(position, depth, weights, watch);
     }
 #endif
-    return GenericKernel::SearchPosition(position, depth, weights);
+    return GenericKernel::SearchPosition(position, depth, weights, watch);
 }
 
 // A value that reaches the open bound means that the weights are beyond all reason.
@@ -31,44 +33,38 @@ void ReportCutOff(const Position& position, const KernelResult& result) {
 
 }  // namespace
 
-void SortPositions(int count, const double* values, int* order) {
-    constexpr int NUM_SORTED = 5;
-    order[0] = 0;
-    for (int i = 1; i < count; ++i) {
-        int k = (i < NUM_SORTED ? i : NUM_SORTED) - 1;
-        if (!(values[order[k]] > values[i])) {
-            order[i] = i;
-            continue;
-        }
-        // The newcomer pushes the last of the sorted ones out to its own place.
-        order[i] = order[k];
-        while (k > 0 && values[order[k - 1]] > values[i]) {
-            order[k] = order[k - 1];
-            --k;
-        }
-        order[k] = i;
+SearchResult SearchPosition(Position& position, int depth, const EvalWeights& weights,
+                            const SearchWatch* watch) {
+    const KernelResult found = SearchWithBestKernel(position, depth, weights, watch);
+    if (found.IsOutOfMemory) {
+        ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
     }
+    if (!found.HasMove && !found.WasStopped) {
+        ErrorExit("GetBestMove: Calling Error! No move left\n");
+    }
+    CountEvaluations(found.NumEvaluations);
+    SkipRandom(found.NumDraws);
+    if (depth > 0 && found.HasMove) {
+        position.Value = found.BestValue;
+        position.ExactValue = found.IsExact ? 1 : 0;
+    }
+    if (depth > 0 && found.WasCutOff) {
+        ReportCutOff(position, found);
+    }
+    return {.Value = found.Value,
+            .IsExact = found.IsExact,
+            .WasStopped = found.WasStopped,
+            .HasMove = found.HasMove && (depth > 0 || !found.WasCutOff),
+            .BestMove = found.BestMove};
 }
 
 double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
                    int& exactFlag) {
-    const KernelResult result = SearchWithBestKernel(position, depth, weights);
-    if (!result.HasMove) {
-        ErrorExit("GetBestMove: Calling Error! No move left\n");
+    const SearchResult found = SearchPosition(position, depth, weights, nullptr);
+    exactFlag = found.IsExact ? 1 : 0;
+    if (found.HasMove) {
+        bestMove = {bestMove.Kind, found.BestMove.Column, found.BestMove.Row,
+                    found.BestMove.Direction};
     }
-    CountEvaluations(result.NumEvaluations);
-    SkipRandom(result.NumDraws);
-    exactFlag = result.IsExact ? 1 : 0;
-    if (depth > 0) {
-        position.Value = result.BestValue;
-        position.ExactValue = exactFlag;
-    }
-    if (depth > 0 || !result.WasCutOff) {
-        bestMove = {bestMove.Kind, result.BestMove.Column, result.BestMove.Row,
-                    result.BestMove.Direction};
-    }
-    if (depth > 0 && result.WasCutOff) {
-        ReportCutOff(position, result);
-    }
-    return result.Value;
+    return found.Value;
 }

@@ -72,7 +72,8 @@ int PlayGame(const ABWeightPair& players, int beginner, const Position& start, i
     Move move;
     while (!IsEndPosition(slots[slot])) {
         const int other = 1 - slot;
-        MakeComputerTurn(slots[slot], depth, players[player], slots[other], move);
+        SearchEffort effort = {.Depth = depth};
+        MakeComputerTurn(slots[slot], effort, players[player], slots[other], move);
         // The side that makes the last placement may also make the first move.
         if (slots[other].ActivePlayer != slots[slot].ActivePlayer) {
             player = 1 - player;

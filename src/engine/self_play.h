@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // The two players of a match.
 using ABWeightPair = std::array<EvalWeights, 2>;

@@ -34,7 +34,7 @@ bool ReadLine(Log& log) {
     return false;
 }
 
-bool LineIsLongEnough(const Log& log, std::size_t length) {
+bool CheckLineLength(const Log& log, std::size_t length) {
     if (log.Line.size() >= length) {
         return true;
     }
@@ -54,7 +54,7 @@ Place PlaceAt(const Log& log, std::size_t index) {
 bool ReadPlacements(Log& log) {
     int& k = log.Record.LastMove;
     while (Current(log).SetupPhase != 0) {
-        if (!RecordHasRoom(k) || (k > 0 && !ReadLine(log)) || !LineIsLongEnough(log, 4)) {
+        if (!CheckRecordRoom(k) || (k > 0 && !ReadLine(log)) || !CheckLineLength(log, 4)) {
             return false;
         }
         const Place place = PlaceAt(log, 2);
@@ -89,23 +89,23 @@ bool ReadStartPosition(Log& log) {
                 std::printf("Illegal char in import file!\n");
                 return false;
             }
-            Current(log).Spaces[x][y] = SingleStone(stone);
+            Current(log).Spaces[x][y] = SpaceWith(stone);
         }
     }
-    BeginMovePhase(Current(log));
+    ResetAllButSpaces(Current(log));
     return true;
 }
 
 // Reads one tower move from the next line and makes it.
 bool ReadMove(Log& log) {
     int& k = log.Record.LastMove;
-    if (!ReadLine(log) || !LineIsLongEnough(log, 5)) {
+    if (!ReadLine(log) || !CheckLineLength(log, 5)) {
         return false;
     }
     const Place source = PlaceAt(log, 0);
     const Place target = PlaceAt(log, 3);
-    Line way;
-    if (!FindLine(target.Column - source.Column, target.Row - source.Row, way)) {
+    Way way;
+    if (!FindWay(target.Column - source.Column, target.Row - source.Row, way)) {
         std::printf("Illegal move in import file (move %i)!\n", k + 1);
         return false;
     }
@@ -126,7 +126,7 @@ bool ReadMove(Log& log) {
 bool ReadMoves(Log& log) {
     int& k = log.Record.LastMove;
     while (!IsEndPosition(Current(log))) {
-        if (!RecordHasRoom(k)) {
+        if (!CheckRecordRoom(k)) {
             return false;
         }
         if (GetNumMoves(Current(log)) == 0) {

@@ -15,27 +15,24 @@
 
 namespace {
 
-// A saved game being read. Once an error is noted, nothing more is read from the file.
-struct Reader {
+// A saved game being read: its file, what is left of the current line, and the game so far. Functions
+// that answer false have found an error, and have said what it is where that is more than the end of
+// the file. Nothing more is then read.
+struct SavedGame {
     std::FILE* File = nullptr;
-    std::string Line;  // what is left of the current line
-    bool Error = false;
-    bool Break = false;  // the line that ends an unfinished game was seen
-    int Ply = 0;         // number of the last position so far
-    GameRecord Record;
+    std::string Line;
+    GameRecord Record;  // LastMove grows as it is read
 };
 
-Position& Current(Reader& reader) {
-    return reader.Record.PositionList[reader.Ply];
+Position& Current(SavedGame& game) {
+    return game.Record.PositionList[game.Record.LastMove];
 }
 
-void ReadLine(Reader& reader) {
-    if (GetNextGoodLine(reader.File, reader.Line) != 0) {
-        reader.Error = true;
-    }
+bool ReadLine(SavedGame& game) {
+    return GetNextGoodLine(game.File, game.Line) == 0;
 }
 
-// Reads "DIM(x,y,l)". Answers false after saying what is wrong with it.
+// Reads "DIM(x,y,l)".
 bool ReadDimensions(std::string_view line, BoardSettings& settings) {
     std::array<int, 3> values{};
     constexpr std::array<std::string_view, 3> LEADS = {"DIM(", ",", ","};
@@ -52,8 +49,7 @@ bool ReadDimensions(std::string_view line, BoardSettings& settings) {
         values[i] = *number;
     }
     settings = {values[0], values[1], values[2]};
-    if (settings.XDim < 1 || settings.XDim > MAX_BOARD_X_DIM || settings.YDim < 1 ||
-        settings.YDim > MAX_BOARD_Y_DIM || settings.LifeStones < 1) {
+    if (!IsBoardSize(settings.XDim, settings.YDim) || settings.LifeStones < 1) {
         std::printf("Error! DIM-Line values are out of range!\n");
         return false;
     }
@@ -61,155 +57,151 @@ bool ReadDimensions(std::string_view line, BoardSettings& settings) {
 }
 
 // Reads the first line, and the next when it names the board.
-void ReadSettings(Reader& reader) {
+bool ReadSettings(SavedGame& game) {
     BoardSettings settings = DEFAULT_BOARD;
-    ReadLine(reader);
-    if (!reader.Error && reader.Line.starts_with("DIM")) {
-        if (!ReadDimensions(reader.Line, settings)) {
-            reader.Error = true;
-            return;
-        }
-        ReadLine(reader);
+    if (!ReadLine(game)) {
+        return false;
+    }
+    if (game.Line.starts_with("DIM") &&
+        !(ReadDimensions(game.Line, settings) && ReadLine(game))) {
+        return false;
     }
     SetBoardSettings(settings);
+    return true;
 }
 
-void ReadBoardRow(Reader& reader, int y) {
-    if (!reader.Line.starts_with(':')) {
+bool ReadBoardRow(SavedGame& game, int y) {
+    if (!game.Line.starts_with(':')) {
         std::printf("Error: Random Setup line %i does not start with a ':'!\n", y + 1);
-        reader.Error = true;
-        return;
+        return false;
     }
-    reader.Line.erase(0, 1);
-    EatLeadingAndTrailingWhitespace(reader.Line);
+    game.Line.erase(0, 1);
+    EatLeadingAndTrailingWhitespace(game.Line);
     const ColumnRange columns = BoardColumns(y);
     for (int x = columns.First; x < columns.End; ++x) {
-        const int stone = TakeStone(reader.Line, SAVED_STONE_SIGNS);
+        const int stone = TakeStone(game.Line, SAVED_STONE_SIGNS);
         if (stone < 0) {
             std::printf("Error: Reading Setup position (%i,%i) failed!\n", x + 1, RowNumber(y));
-            reader.Error = true;
-            return;
+            return false;
         }
-        Current(reader).Spaces[x][y] = SingleStone(stone);
+        Current(game).Spaces[x][y] = SpaceWith(stone);
     }
+    return true;
 }
 
 // Reads the drawing of a random start position.
-void ReadStartPosition(Reader& reader) {
-    BeginMovePhase(Current(reader));
-    for (int y = 0; y < GlobCfg.BoardYDim && !reader.Error; ++y) {
-        ReadBoardRow(reader, y);
+bool ReadStartPosition(SavedGame& game) {
+    ResetAllButSpaces(Current(game));
+    for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
+        if (!ReadBoardRow(game, y)) {
+            return false;
+        }
         // Behind a drawing that is the end of its game there need not be a line.
         const bool lastRow = y == GlobCfg.BoardYDim - 1;
-        if (!reader.Error && !(lastRow && IsEndPosition(Current(reader)))) {
-            ReadLine(reader);
+        if (!(lastRow && IsEndPosition(Current(game))) && !ReadLine(game)) {
+            return false;
         }
     }
+    return true;
 }
 
-// Parses the ply at the front of the line and checks it against the current position. Answers false
-// after saying what is wrong. The messages speak of the setup in both phases.
-bool ReadPly(Reader& reader, Notation notation, Move& move) {
+// Parses the ply at the front of the line and checks it against the current position. The messages
+// speak of the setup in both phases.
+bool ParsePly(SavedGame& game, Notation notation, Move& move) {
     int distance = 0;
-    if (GetPlayerMove(reader.Line, notation, move, distance) != 0) {
-        std::printf("Error in savegame file: (setup move number %i is no move!\n", reader.Ply + 1);
+    const int number = game.Record.LastMove + 1;
+    if (GetPlayerMove(game.Line, notation, move, distance) != 0) {
+        std::printf("Error in savegame file: (setup move number %i is no move!\n", number);
         return false;
     }
-    if (!MoveIsOk(Current(reader), move, distance)) {
-        std::printf("Error in savegame file: (setup move number %i is not correct!\n",
-                    reader.Ply + 1);
+    if (!MoveIsOk(Current(game), move, distance)) {
+        std::printf("Error in savegame file: (setup move number %i is not correct!\n", number);
         return false;
     }
     return true;
 }
 
-// Goes on to the ply behind the one just read: the next word of the line, or the next line when
-// WHITE is to move. A game that is over needs neither.
-void StepToNextPly(Reader& reader) {
-    ++reader.Ply;
-    if (Current(reader).ActivePlayer != WHITE) {
-        DelFirstWord(reader.Line);
-    } else if (!IsEndPosition(Current(reader))) {
-        ReadLine(reader);
+bool CheckPass(SavedGame& game) {
+    if (GetNumMoves(Current(game)) == 0) {
+        return true;
     }
+    std::printf("Error in savegame file: Illegal PASS move in move %i\n",
+                game.Record.LastMove + 1);
+    return false;
 }
 
-void ReadPlacement(Reader& reader) {
-    Move& move = reader.Record.MoveList[reader.Ply];
-    if (!ReadPly(reader, Notation::Placement, move)) {
-        reader.Error = true;
-        return;
-    }
-    DoSetupMove(Current(reader), move, reader.Record.PositionList[reader.Ply + 1]);
-    StepToNextPly(reader);
-}
-
-void ReadPass(Reader& reader) {
-    if (GetNumMoves(Current(reader)) != 0) {
-        std::printf("Error in savegame file: Illegal PASS move in move %i\n", reader.Ply + 1);
-        reader.Error = true;
-        return;
-    }
-    DoPass(Current(reader), reader.Record.PositionList[reader.Ply + 1]);
-    StepToNextPly(reader);
-}
-
-void ReadTowerMove(Reader& reader) {
-    Move& move = reader.Record.MoveList[reader.Ply];
-    if (!ReadPly(reader, Notation::TowerMove, move)) {
-        reader.Error = true;
-        return;
-    }
-    DoMove(Current(reader), move, reader.Record.PositionList[reader.Ply + 1]);
-    StepToNextPly(reader);
-}
-
-// Reads one ply of the current phase, or the line that breaks off the game.
-void ReadPlyOrBreak(Reader& reader) {
-    if (reader.Line.starts_with("BREAK")) {
-        reader.Break = true;
-    } else if (!RecordHasRoom(reader.Ply)) {
-        reader.Error = true;
-    } else if (Current(reader).SetupPhase != 0) {
-        ReadPlacement(reader);
-    } else if (reader.Line.starts_with("PASS")) {
-        ReadPass(reader);
+// Plays the ply at the front of the line.
+bool PlayPly(SavedGame& game) {
+    const Position& position = Current(game);
+    Position& next = game.Record.PositionList[game.Record.LastMove + 1];
+    Move& move = game.Record.MoveList[game.Record.LastMove];
+    if (position.SetupPhase != 0) {
+        if (!ParsePly(game, Notation::Placement, move)) {
+            return false;
+        }
+        DoSetupMove(position, move, next);
+    } else if (game.Line.starts_with("PASS")) {
+        if (!CheckPass(game)) {
+            return false;
+        }
+        DoPass(position, next);
     } else {
-        ReadTowerMove(reader);
+        if (!ParsePly(game, Notation::TowerMove, move)) {
+            return false;
+        }
+        DoMove(position, move, next);
     }
+    ++game.Record.LastMove;
+    return true;
 }
 
-void ReadGame(Reader& reader) {
-    ReadSettings(reader);
-    if (reader.Error) {
-        return;
+// Goes on to the ply behind the one just played: the next word of the line, or the next line when
+// WHITE is to move. A game that is over needs neither.
+bool StepToNextPly(SavedGame& game) {
+    if (Current(game).ActivePlayer != WHITE) {
+        DelFirstWord(game.Line);
+        return true;
     }
-    GenerateEmptyStartPosition(Current(reader));
-    if (reader.Line.starts_with(':')) {
-        ReadStartPosition(reader);
+    return IsEndPosition(Current(game)) || ReadLine(game);
+}
+
+// Plays the game up to its end or to the line that breaks it off.
+bool ReadPlies(SavedGame& game) {
+    while (!IsEndPosition(Current(game)) && !game.Line.starts_with("BREAK")) {
+        if (!CheckRecordRoom(game.Record.LastMove) || !PlayPly(game) || !StepToNextPly(game)) {
+            return false;
+        }
     }
-    while (!reader.Error && !reader.Break && !IsEndPosition(Current(reader))) {
-        ReadPlyOrBreak(reader);
+    return true;
+}
+
+bool ReadGame(SavedGame& game) {
+    if (!ReadSettings(game)) {
+        return false;
     }
+    GenerateEmptyStartPosition(Current(game));
+    if (game.Line.starts_with(':') && !ReadStartPosition(game)) {
+        return false;
+    }
+    return ReadPlies(game);
 }
 
 }  // namespace
 
 int LoadGame(const std::string& fileName, GameRecord& record) {
-    Reader reader;
-    if (FileOpenToRead(fileName, reader.File) != 0) {
+    SavedGame game;
+    if (FileOpenToRead(fileName, game.File) != 0) {
         std::printf("Error! Savegame file \"%s\" could not be opened for reading!\n",
                     fileName.c_str());
         return 1;
     }
-    const BoardSettings before = GetBoardSettings();
-    ReadGame(reader);
-    FileClose(reader.File);
-    if (reader.Error) {
-        SetBoardSettings(before);
+    BoardSettingsGuard settings;
+    const bool complete = ReadGame(game);
+    FileClose(game.File);
+    if (!complete) {
         return 1;
     }
-    reader.Record.LastMove = reader.Ply;
-    record = reader.Record;
+    settings.Keep();
+    record = game.Record;
     return 0;
 }

@@ -7,20 +7,20 @@
 #include "config/board_settings.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
+#include "rules/setup.h"
 #include "support/fatal.h"
 #include "support/file_replace.h"
-#include "support/numbers.h"
 
 namespace {
 
 // The settings that the start of this game needs when it is loaded again. The number of life stones
 // may have been changed since for the next game; a game that began with the normal setup carries
-// its own in the counter of its start position, which stops at INT_HIGHEST.
+// its own in the counter of its start position.
 BoardSettings SettingsOf(const GameRecord& record) {
     BoardSettings settings = GetBoardSettings();
     const int counter = record.PositionList[0].SetupPhase;
     if (counter != 0) {
-        settings.LifeStones = counter == INT_HIGHEST ? INT_HIGHEST : counter - 1;
+        settings.LifeStones = LifeStonesOfCounter(counter);
     }
     return settings;
 }
@@ -54,41 +54,61 @@ std::string BoardDrawing(const Position& position, const char* prefix) {
     return text;
 }
 
+// Lines of two plies: WHITE's is held back until the other is known, or until there is none.
+struct PlyLines {
+    std::string Text;
+    std::string Held;
+
+    void Add(const std::string& ply, bool isWhites) {
+        if (isWhites) {
+            Held = ply;
+        } else {
+            Text += Held + "  " + ply + '\n';
+            Held.clear();
+        }
+    }
+
+    // Answers whether a ply was waiting for the other one.
+    bool EndWith(const char* ending) {
+        const bool held = !Held.empty();
+        if (held) {
+            Text += Held + ending;
+        }
+        Held.clear();
+        return held;
+    }
+};
+
 // The placements, two to a line; `k` becomes the number of the position behind them.
 std::string PlacementLines(const GameRecord& record, int& k) {
-    std::string text;
+    PlyLines lines;
     for (; record.PositionList[k].SetupPhase != 0 && k < record.LastMove; ++k) {
-        text += GetMoveString(record.MoveList[k], record.PositionList[k]);
-        text += k % 2 == 0 ? "  " : "\n";
+        lines.Add(GetMoveString(record.MoveList[k], record.PositionList[k]), k % 2 == 0);
     }
-    if (k % 2 == 1) {
-        text.resize(text.size() - 2);
-        text += record.PositionList[k].SetupPhase != 0 ? " BREAK\n" : "\n";
-    }
-    return text;
+    lines.EndWith(record.PositionList[k].SetupPhase != 0 ? " BREAK\n" : "\n");
+    return lines.Text;
 }
 
 // The plies of the move phase from position `k` on, two to a line, and how the game stands behind
 // them.
 std::string MoveLines(const GameRecord& record, int k) {
-    std::string text;
-    bool pending = false;  // WHITE's ply stands in the last line and waits for BLACK's
+    PlyLines lines;
     for (; k < record.LastMove && !IsEndPosition(record.PositionList[k]); ++k) {
-        pending = record.PositionList[k].ActivePlayer == WHITE;
-        text += GetMoveString(record.MoveList[k], record.PositionList[k]);
-        text += pending ? "  " : "\n";
-    }
-    if (pending) {
-        text.resize(text.size() - 2);
+        const Position& position = record.PositionList[k];
+        lines.Add(GetMoveString(record.MoveList[k], position), position.ActivePlayer == WHITE);
     }
     int white = 0;
     int black = 0;
     if (GetScore(record.PositionList[k], white, black)) {
-        return text + (pending ? " BREAK\n" : "BREAK\n");
+        if (!lines.EndWith(" BREAK\n")) {
+            lines.Text += "BREAK\n";
+        }
+        return lines.Text;
     }
+    lines.EndWith("\n");
     std::array<char, 40> score{};
     std::snprintf(score.data(), score.size(), "# %2i  : %2i\n", white, black);
-    return text + (pending ? "\n" : "") + score.data();
+    return lines.Text + score.data();
 }
 
 }  // namespace

@@ -13,14 +13,14 @@ int DirectionOfSigns(int xSign, int ySign) {
     return -1;
 }
 
-bool FindLine(int dx, int dy, Line& line) {
+bool FindWay(int dx, int dy, Way& way) {
     const int xSign = Sign(dx);
     const int ySign = Sign(dy);
     const int direction = DirectionOfSigns(xSign, ySign);
     if (direction < 0 || dx * ySign != dy * xSign) {
         return false;
     }
-    line = {direction, Max(std::abs(dx), std::abs(dy))};
+    way = {direction, Max(std::abs(dx), std::abs(dy))};
     return true;
 }
 

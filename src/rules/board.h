@@ -22,14 +22,14 @@ inline constexpr std::array<int, NUM_DIRECTIONS + 1> yF = {0, 1, 1, 0, -1, -1, 0
 [[nodiscard]] int DirectionOfSigns(int xSign, int ySign);
 
 // A straight way between two spaces.
-struct Line {
+struct Way {
     int Direction = 0;
     int Distance = 0;
 };
 
 // Finds the direction and the number of steps of the way (dx, dy). Answers false when the way
 // follows none of the six directions, or leads nowhere.
-[[nodiscard]] bool FindLine(int dx, int dy, Line& line);
+[[nodiscard]] bool FindWay(int dx, int dy, Way& way);
 
 // The side of the corner that is cut off the parallelogram at its top left and its bottom right.
 [[nodiscard]] int CornerSize();

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-bool RecordHasRoom(int moveNumber) {
+bool CheckRecordRoom(int moveNumber) {
     if (moveNumber + 1 < GAME_RECORD_SIZE) {
         return true;
     }

@@ -19,6 +19,6 @@ struct GameRecord {
     int LastMove = 0;  // number of the last position; 0 means only the start position
 };
 
-// True when a ply can still be played in position `moveNumber`; otherwise says that the record is
-// full.
-[[nodiscard]] bool RecordHasRoom(int moveNumber);
+// Answers whether a ply can still be played in position `moveNumber`, after saying that the record
+// is full when it can not.
+[[nodiscard]] bool CheckRecordRoom(int moveNumber);

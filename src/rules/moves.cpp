@@ -56,10 +56,10 @@ bool KillIfDead(Position& position, Place place) {
     return true;
 }
 
-// Sorts the representatives into the order of examination: the one farthest from the centre comes
-// first (the earliest of equally far ones), and each one that it displaces takes the place of the
-// one that displaced it.
-void SortByCenterDistance(Representatives& groups) {
+// Brings the representatives into the order of examination: the one farthest from the centre comes
+// first, the earliest of equally far ones, and whoever held that rank before takes the place of the
+// one that took it over. That is no order by distance, and it is part of the rule.
+void BringOutermostFirst(Representatives& groups) {
     auto distance = [](Place place) { return CenterDistance(place.Column, place.Row); };
     const std::array<Place, 3> places = groups.List;
     int best = 0;
@@ -93,7 +93,7 @@ void KillGroupsAfterPlainMove(Position& child, Representatives groups) {
     if (groups.Count < 2) {
         return;
     }
-    SortByCenterDistance(groups);
+    BringOutermostFirst(groups);
     int killed = 0;
     for (int i = 0; i < groups.Count && groups.Count - killed >= 2; ++i) {
         if (KillIfDead(child, groups.List[i])) {
@@ -119,6 +119,13 @@ bool TestOfLifeRecursion(Position& copy, int x, int y) {
         }
     }
     return false;
+}
+
+// Makes the same board with the other side to move: what every ply of the move phase begins with.
+void HandOver(const Position& parent, Position& child) {
+    child = parent;
+    child.ActivePlayer = OtherColor(parent.ActivePlayer);
+    child.Value = -parent.Value;
 }
 
 }  // namespace
@@ -166,7 +173,7 @@ void DoMove(const Position& parent, const Move& move, Position& child) {
     const Space source = parent.Spaces[move.Column][move.Row];
     const Place target = MoveTarget(parent, move);
 
-    DoPass(parent, child);
+    HandOver(parent, child);
     Space& stack = child.Spaces[target.Column][target.Row];
     stack.Height += source.Height;
     stack.Life |= source.Life;
@@ -182,9 +189,7 @@ void DoMove(const Position& parent, const Move& move, Position& child) {
 }
 
 void DoPass(const Position& parent, Position& child) {
-    child = parent;
-    child.ActivePlayer = OtherColor(parent.ActivePlayer);
-    child.Value = -parent.Value;
+    HandOver(parent, child);
 }
 
 bool CheckDirectConnection(const Position& position, const Move& move, int height) {

@@ -80,8 +80,8 @@ int GetPlayerMove(std::string_view line, Notation notation, Move& move, int& dis
     if (ReadSpace(line, "target space", target) != 0) {
         return 1;
     }
-    Line way;
-    if (!FindLine(target.Column - source.Column, target.Row - source.Row, way)) {
+    Way way;
+    if (!FindWay(target.Column - source.Column, target.Row - source.Row, way)) {
         std::printf("Error: Target space '%s' can not be reached by source tower '%s'!\n",
                     SpaceText(target).c_str(), SpaceText(source).c_str());
         return 1;

@@ -37,24 +37,23 @@ int DrawStone(std::array<int, 3>& counts, int numStones) {
 }  // namespace
 
 void GenerateEmptyStartPosition(Position& position) {
-    BeginMovePhase(position);
-    position.SetupPhase =
-        GlobCfg.NumLifeStones < INT_HIGHEST ? GlobCfg.NumLifeStones + 1 : INT_HIGHEST;
+    ResetAllButSpaces(position);
+    position.SetupPhase = SetupCounter(GlobCfg.NumLifeStones);
     for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
         for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
-            position.Spaces[x][y] = SingleStone(EMPTY);
+            position.Spaces[x][y] = SpaceWith(EMPTY);
         }
     }
 }
 
 void GenerateRandomStartPosition(Position& position) {
-    BeginMovePhase(position);
+    ResetAllButSpaces(position);
     int numStones = NumBoardSpaces();
     std::array<int, 3> counts = CountRandomStones(numStones);
     for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
         for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
             const int stone = IsOnBoard(x, y) ? DrawStone(counts, numStones--) : EMPTY;
-            position.Spaces[x][y] = SingleStone(stone);
+            position.Spaces[x][y] = SpaceWith(stone);
         }
     }
 }
@@ -77,10 +76,10 @@ void DoSetupMove(const Position& parent, const Move& move, Position& child) {
     child = parent;
     Space& target = child.Spaces[move.Column][move.Row];
     if (parent.SetupPhase > 1) {
-        target = SingleStone(LIFE);
+        target = SpaceWith(LIFE);
         child.SetupPhase = parent.SetupPhase - 1;
     } else {
-        target = SingleStone(parent.ActivePlayer);
+        target = SpaceWith(parent.ActivePlayer);
     }
     child.ActivePlayer = OtherColor(parent.ActivePlayer);
     if (GetNumMoves(child) == 0) {  // no space is empty
@@ -89,14 +88,22 @@ void DoSetupMove(const Position& parent, const Move& move, Position& child) {
     }
 }
 
-Space SingleStone(int color) {
+Space SpaceWith(int color) {
     return {.Height = color == EMPTY ? 0 : 1, .Life = color == LIFE ? 1 : 0, .Owner = color};
 }
 
-void BeginMovePhase(Position& position) {
+void ResetAllButSpaces(Position& position) {
     position.ActivePlayer = WHITE;
     position.Value = 0.0;
     position.ExactValue = 0;
     position.EndPosition = 0;
     position.SetupPhase = 0;
+}
+
+int SetupCounter(int lifeStones) {
+    return lifeStones < INT_HIGHEST ? lifeStones + 1 : INT_HIGHEST;
+}
+
+int LifeStonesOfCounter(int counter) {
+    return counter < INT_HIGHEST ? counter - 1 : INT_HIGHEST;
 }

@@ -21,8 +21,15 @@ void GenerateStartPosition(Position& position);
 // ends the process. `parent` and `child` must be different records.
 void DoSetupMove(const Position& parent, const Move& move, Position& child);
 
-// The single stone of a colour code: WHITE, BLACK, LIFE, or the empty space.
-[[nodiscard]] Space SingleStone(int color);
+// A space with the single stone of a colour code on it, or for EMPTY with none.
+[[nodiscard]] Space SpaceWith(int color);
 
-// Begins the move phase on the stones that lie on the board, with WHITE to move.
-void BeginMovePhase(Position& position);
+// Resets every field but the spaces to those of a game that begins in the move phase on what lies on
+// the board: WHITE to move, nothing known of the value.
+void ResetAllButSpaces(Position& position);
+
+// The counter of the setup phase (Position::SetupPhase) at the start of a normal setup with this
+// many life stones, and the number of life stones that such a counter stands for. The largest
+// number has no successor and shares a counter with the one below it.
+[[nodiscard]] int SetupCounter(int lifeStones);
+[[nodiscard]] int LifeStonesOfCounter(int counter);

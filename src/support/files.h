@@ -16,9 +16,9 @@ void PrintFileOpenError(const std::string& path, const char* accessMode);
 // Closes the file; answers 0. A failure ends the process.
 int FileClose(std::FILE* file);
 
-// Reads one line with its line feed into `line` and answers how many characters were read, or -1
-// when nothing is left. A line holds at most maxLength - 1 characters before its line feed; a
-// longer one ends the process. A NUL byte ends the line's text.
+// Reads one line of at most maxLength characters, its line feed among them, into `line` and answers
+// how many characters were read, or -1 when nothing is left. A longer line ends the process, and
+// so does a last one of maxLength characters without a line feed. A NUL byte ends the line's text.
 [[nodiscard]] int FileReadLine(int maxLength, std::string& line, std::FILE* file);
 
 // Reads at most maxLength characters, up to and with a line feed, into `line`: one `fgets`. What

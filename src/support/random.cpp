@@ -1,8 +1,8 @@
 #include "support/random.h"
 
-#include <cstdlib>
+#include <array>
+#include <bit>
 #include <ctime>
-#include <tuple>
 
 #include "support/fatal.h"
 #include "support/numbers.h"
@@ -10,6 +10,113 @@
 namespace {
 
 int NoInit = 0;  // 1 once the generator is seeded: no other InitRandom is then allowed
+
+// The generator is an additive feedback register: every number is the sum, modulo 2^32, of the one
+// 3 places before it and the one 31 places before it, and what is drawn are its upper 31 bits.
+// Numbers are made by whole rounds of 31.
+constexpr int LENGTH = 31;
+constexpr int LAG = 3;
+using Round = std::array<std::uint32_t, LENGTH>;
+
+void MakeNextRound(Round& round) {
+    for (int i = 0; i < LENGTH; ++i) {
+        round[i] += round[i < LAG ? LENGTH - LAG + i : i - LAG];
+    }
+}
+
+struct Generator {
+    Round Numbers{};
+    int NumDrawn = LENGTH;  // how many of the round are drawn
+};
+
+// The first round comes from a generator of its own (a product modulo 2^31 - 1), and the numbers
+// behind it have to mix before the first is drawn.
+Generator Seeded(unsigned seed) {
+    constexpr std::int64_t FACTOR = 16807;
+    constexpr std::int64_t MODULUS = 2147483647;
+    constexpr int NUM_MIXED = 10 * LENGTH;
+    Round first{};
+    auto word = static_cast<std::int32_t>(seed == 0 ? 1 : seed);
+    for (int i = 0; i < LENGTH; ++i) {
+        // The register's oldest number is the one seeded in the place behind the lag.
+        first[(i + LENGTH - LAG) % LENGTH] = static_cast<std::uint32_t>(word);
+        const std::int64_t next = word * FACTOR % MODULUS;
+        word = static_cast<std::int32_t>(next < 0 ? next + MODULUS : next);
+    }
+    for (int i = 0; i < NUM_MIXED; i += LENGTH) {
+        MakeNextRound(first);
+    }
+    return {first, LENGTH};
+}
+
+Generator Chance = Seeded(1);  // as `rand` begins when nobody has seeded it
+
+// A number far on is a sum of multiples of the present round's: the multiples for the number `n`
+// places behind the first are the coefficients of x^n modulo x^31 - x^28 - 1, the lowest first.
+using Polynomial = Round;
+
+// Replaces every x^31 and above of a product by what it is equal to.
+Polynomial Reduce(std::array<std::uint32_t, 2 * LENGTH>& product) {
+    for (int i = 2 * LENGTH - 1; i >= LENGTH; --i) {
+        product[i - LAG] += product[i];
+        product[i - LENGTH] += product[i];
+    }
+    Polynomial reduced;
+    for (int i = 0; i < LENGTH; ++i) {
+        reduced[i] = product[i];
+    }
+    return reduced;
+}
+
+// The square of a polynomial, times x^shift; `shift` is 0 or 1.
+Polynomial SquareTimesX(const Polynomial& factor, unsigned shift) {
+    std::array<std::uint32_t, 2 * LENGTH> product{};
+    for (int i = 0; i < LENGTH; ++i) {
+        product[2 * i + shift] += factor[i] * factor[i];
+        const std::uint32_t twice = 2 * factor[i];
+        for (int k = i + 1; k < LENGTH; ++k) {
+            product[i + k + shift] += twice * factor[k];
+        }
+    }
+    return Reduce(product);
+}
+
+// x^n modulo the polynomial of the generator: from the highest bits of n, which need no reduction,
+// to the lowest.
+Polynomial PowerOfX(std::uint64_t n) {
+    auto bit = static_cast<int>(std::bit_width(n));
+    std::uint64_t done = 0;
+    while (bit > 0 && (done << 1 | 1) < LENGTH) {
+        --bit;
+        done = n >> bit;
+    }
+    Polynomial power{};
+    power[done] = 1;
+    while (bit > 0) {
+        --bit;
+        power = SquareTimesX(power, static_cast<unsigned>(n >> bit & 1));
+    }
+    return power;
+}
+
+// The round that begins `n` numbers behind the first of `round`.
+Round RoundBehind(const Round& round, std::uint64_t n) {
+    const Polynomial multiples = PowerOfX(n);
+    Round next = round;
+    MakeNextRound(next);
+    std::array<std::uint32_t, 2 * LENGTH> numbers{};
+    for (int i = 0; i < LENGTH; ++i) {
+        numbers[i] = round[i];
+        numbers[LENGTH + i] = next[i];
+    }
+    Round sums{};
+    for (int k = 0; k < LENGTH; ++k) {
+        for (int i = 0; i < LENGTH; ++i) {
+            sums[i] += multiples[k] * numbers[i + k];
+        }
+    }
+    return sums;
+}
 
 }  // namespace
 
@@ -26,7 +133,19 @@ void InitRandom(int seed) {
         start = static_cast<unsigned>(now);
     }
     NoInit = 1;
-    std::srand(start);
+    SeedRandom(start);
+}
+
+void SeedRandom(unsigned seed) {
+    Chance = Seeded(seed);
+}
+
+int DrawRandom() {
+    if (Chance.NumDrawn == LENGTH) {
+        MakeNextRound(Chance.Numbers);
+        Chance.NumDrawn = 0;
+    }
+    return static_cast<int>(Chance.Numbers[Chance.NumDrawn++] >> 1);
 }
 
 int RandomInt(int n) {
@@ -35,11 +154,19 @@ int RandomInt(int n) {
 }
 
 double RandomReal() {
-    return std::rand() / 2147483647.0;
+    return DrawRandom() / 2147483647.0;
 }
 
 void SkipRandom(std::int64_t count) {
-    for (; count > 0; --count) {
-        std::ignore = std::rand();
+    // Fewer are quicker made than skipped.
+    constexpr std::uint64_t LEAST_SKIP = 10000;
+    std::uint64_t behind = static_cast<std::uint64_t>(Chance.NumDrawn) + count;
+    if (behind >= LEAST_SKIP) {
+        Chance = {RoundBehind(Chance.Numbers, behind), 0};
+        return;
     }
+    for (; behind > LENGTH; behind -= LENGTH) {
+        MakeNextRound(Chance.Numbers);
+    }
+    Chance.NumDrawn = static_cast<int>(behind);
 }

@@ -1,4 +1,6 @@
-// The process-wide random generator: the standard library's `rand`, seeded once.
+// The process-wide random generator, seeded once. Its numbers are those of the GNU C library's
+// `rand`, on every machine; it is our own so that draws nobody looks at can be skipped by
+// computing.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +9,17 @@
 // clock. To be called exactly once: a second call ends the process, and so does a failing clock.
 void InitRandom(int seed);
 
+// Seeds the generator as `srand` does, as often as one likes: for tests, and for InitRandom.
+void SeedRandom(unsigned seed);
+
+// Draws what `rand` would answer: 0 to 2147483647.
+[[nodiscard]] int DrawRandom();
+
 // Draws a uniform integer in 0 .. n-1, for n of 1 or more.
 [[nodiscard]] int RandomInt(int n);
 
 // Draws a uniform real number in [0, 1]; both ends can occur.
 [[nodiscard]] double RandomReal();
 
-// Draws `count` numbers that nobody needs to know.
+// Draws `count` numbers that nobody needs to know. However many they are, it takes microseconds.
 void SkipRandom(std::int64_t count);

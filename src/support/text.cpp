@@ -2,13 +2,15 @@
 
 #include <algorithm>
 
-std::string_view ScanWord(std::string_view text, std::string_view* rest) {
+std::string_view ScanWord(std::string_view& text) {
     const auto begin = std::find_if_not(text.begin(), text.end(), IsScanSpace);
     const auto end = std::find_if(begin, text.end(), IsScanSpace);
-    if (rest != nullptr) {
-        *rest = std::string_view(end, text.end());
-    }
+    text = std::string_view(end, text.end());
     return std::string_view(begin, end);
+}
+
+std::string_view ReadWord(std::string_view text) {
+    return ScanWord(text);
 }
 
 void AddExtensionToString(std::string& text, std::string_view extension) {

@@ -15,9 +15,12 @@ constexpr bool IsScanSpace(char c) {
     return IsLineSpace(c) || c == '\v' || c == '\f' || c == '\r';
 }
 
-// The first word of `text` as the "%s" conversion of scanf reads it; empty when there is none.
-// With `rest`, what follows the word is left there.
-[[nodiscard]] std::string_view ScanWord(std::string_view text, std::string_view* rest = nullptr);
+// Reads the first word of `text` as the "%s" conversion of scanf does; empty when there is none.
+// `text` then begins just behind the word.
+[[nodiscard]] std::string_view ScanWord(std::string_view& text);
+
+// The same for a caller who does not care what follows the word.
+[[nodiscard]] std::string_view ReadWord(std::string_view text);
 
 // Appends `extension` unless `text` already ends with exactly these characters.
 void AddExtensionToString(std::string& text, std::string_view extension);

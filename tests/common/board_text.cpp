@@ -17,12 +17,12 @@ std::string_view TakeField(std::string_view& text, char separator) {
 }
 
 bool ReadSpace(std::string_view word, bool onBoard, Space& space) {
-    space = SingleStone(EMPTY);
+    space = SpaceWith(EMPTY);
     if (word == "-" || word == ".") {
         return onBoard == (word == ".");
     }
     if (word == "r") {
-        space = SingleStone(LIFE);
+        space = SpaceWith(LIFE);
         return onBoard;
     }
     if (word.empty() || (word.front() != 'w' && word.front() != 'b')) {
@@ -37,20 +37,20 @@ bool ReadSpace(std::string_view word, bool onBoard, Space& space) {
 
 bool ReadRow(std::string_view text, int y, Position& position) {
     for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
-        const std::string_view word = ScanWord(text, &text);
+        const std::string_view word = ScanWord(text);
         if (!ReadSpace(word, IsOnBoard(x, y), position.Spaces[x][y])) {
             return false;
         }
     }
-    return ScanWord(text).empty();
+    return ReadWord(text).empty();
 }
 
 bool ReadHead(std::string_view text, BoardText& board) {
-    board.Name = ScanWord(text, &text);
-    board.BoardXDim = ReadInt(ScanWord(text, &text)).value_or(0);
-    board.BoardYDim = ReadInt(ScanWord(text, &text)).value_or(0);
-    const std::string_view side = ScanWord(text, &text);
-    BeginMovePhase(board.Board);
+    board.Name = ScanWord(text);
+    board.BoardXDim = ReadInt(ScanWord(text)).value_or(0);
+    board.BoardYDim = ReadInt(ScanWord(text)).value_or(0);
+    const std::string_view side = ScanWord(text);
+    ResetAllButSpaces(board.Board);
     board.Board.ActivePlayer = side == "black" ? BLACK : WHITE;
     return board.BoardXDim >= 1 && board.BoardXDim <= MAX_BOARD_X_DIM && board.BoardYDim >= 1 &&
            board.BoardYDim <= MAX_BOARD_Y_DIM && (side == "white" || side == "black") &&
@@ -106,7 +106,7 @@ std::vector<BoardText> ReadBoardFile(const std::string& path) {
     }
     std::vector<BoardText> boards;
     for (std::string line; std::getline(file, line);) {
-        if (!ScanWord(line).empty() && !line.starts_with('#')) {
+        if (!ReadWord(line).empty() && !line.starts_with('#')) {
             boards.push_back(ReadBoardText(line));
         }
     }

@@ -17,12 +17,12 @@ inline int RandomBelow(std::mt19937& random, int n) {
 // generator.
 inline void FillBoardAtRandom(std::mt19937& random, Position& position) {
     GenerateEmptyStartPosition(position);
-    BeginMovePhase(position);
+    ResetAllButSpaces(position);
     for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
         for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
             if (IsOnBoard(x, y)) {
                 const int stone = RandomBelow(random, 12);
-                position.Spaces[x][y] = SingleStone(stone < 2 ? LIFE : stone % 2);
+                position.Spaces[x][y] = SpaceWith(stone < 2 ? LIFE : stone % 2);
             }
         }
     }

@@ -1,4 +1,5 @@
-// The floors of the house: a file includes only from its own folder and from those below it.
+// The floors of the house: a file includes only from its own folder and from those that it may
+// know.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -11,13 +12,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// From the ground floor up.
-constexpr std::array<std::string_view, 7> FLOORS = {"support",   "config", "rules",  "display",
-                                                    "gamefiles", "engine", "control"};
+// The folders from the ground floor up, and what each may know besides itself.
+struct Floor {
+    std::string_view Folder;
+    std::string_view Knows;
+};
+constexpr std::array<Floor, 8> FLOORS = {{
+    {"support", ""},
+    {"config", "support"},
+    {"rules", "config support"},
+    {"display", "rules config support"},
+    {"gamefiles", "rules config support"},
+    {"kernel", "rules config support"},
+    {"engine", "kernel display rules config support"},
+    {"control", "engine kernel gamefiles display rules config support"},
+}};
 
-std::size_t FloorOf(std::string_view path) {
-    const std::string_view folder = path.substr(0, path.find('/'));
-    return std::find(FLOORS.begin(), FLOORS.end(), folder) - FLOORS.begin();
+std::string_view FolderOf(std::string_view path) {
+    return path.substr(0, path.find('/'));
+}
+
+bool MayInclude(const Floor& floor, std::string_view folder) {
+    return folder == floor.Folder || floor.Knows.find(folder) != std::string_view::npos;
 }
 
 }  // namespace
@@ -30,14 +46,17 @@ TEST(Includes, GoDownOnly) {
         if (!file.ends_with(".h") && !file.ends_with(".cpp")) {
             continue;
         }
-        ASSERT_LT(FloorOf(file), FLOORS.size()) << file << " is in no folder of the house";
+        const auto floor = std::find_if(FLOORS.begin(), FLOORS.end(), [&](const Floor& some) {
+            return some.Folder == FolderOf(file);
+        });
+        ASSERT_NE(floor, FLOORS.end()) << file << " is in no folder of the house";
         std::ifstream text(entry.path());
         for (std::string line; std::getline(text, line);) {
             if (!line.starts_with("#include \"")) {
                 continue;
             }
             const std::string included = line.substr(10, line.rfind('"') - 10);
-            EXPECT_LE(FloorOf(included), FloorOf(file)) << file << " includes " << included;
+            EXPECT_TRUE(MayInclude(*floor, FolderOf(included))) << file << " includes " << included;
             EXPECT_TRUE(fs::exists(root / included)) << file << " includes " << included;
             ++numIncludes;
         }

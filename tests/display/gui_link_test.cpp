@@ -173,9 +173,9 @@ TEST_F(GuiLinkTest, PassInTheFirstPosition) {
     DisplayPeer peer;
     NewGame(3, 1, 1);
     Position& start = Record->PositionList[0];
-    BeginMovePhase(start);
-    start.Spaces[0][0] = SingleStone(LIFE);
-    start.Spaces[1][0] = SingleStone(BLACK);
+    ResetAllButSpaces(start);
+    start.Spaces[0][0] = SpaceWith(LIFE);
+    start.Spaces[1][0] = SpaceWith(BLACK);
     Play({});
     Play(TowerMove(1, 3));
     Connect(peer);

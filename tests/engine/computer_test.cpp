@@ -6,14 +6,15 @@
 #include <gtest/gtest.h>
 
 #include "common/captured.h"
+#include "common/engine_games.h"
 #include "engine/computer.h"
-#include "engine/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/placement.h"
 #include "engine/report.h"
 #include "engine/self_play.h"
 #include "plain/plain_engine.h"
 #include "support/numbers.h"
+#include "support/random.h"
 
 namespace {
 
@@ -51,14 +52,14 @@ TEST(Evaluation, IsThePlainOneAndCountsAndDraws) {
             Position fast = position;
             Position plain = position;
             const unsigned seed = static_cast<unsigned>(random());
-            std::srand(seed);
+            SeedRandom(seed);
             EvalCount = 6;
             EvaluatePosition(fast, weights);
-            const int draw = std::rand();
-            std::srand(seed);
+            const int draw = DrawRandom();
+            SeedRandom(seed);
             plain::EvaluatePosition(plain, weights);
             ASSERT_TRUE(SamePosition(fast, plain)) << WriteBoardText("position", position);
-            ASSERT_EQ(draw, std::rand());
+            ASSERT_EQ(draw, DrawRandom());
             ASSERT_EQ(EvalCount, 7);
         });
     }
@@ -93,15 +94,15 @@ TEST(Placement, IsThePlainOne) {
             const unsigned seed = static_cast<unsigned>(random());
             Move fast;
             Move plain;
-            std::srand(seed);
+            SeedRandom(seed);
             const double fastScore = GetBestSetupMove(position, weights, fast);
-            const int draw = std::rand();
-            std::srand(seed);
+            const int draw = DrawRandom();
+            SeedRandom(seed);
             const double plainScore = plain::GetBestSetupMove(position, weights, plain);
             ASSERT_EQ(std::bit_cast<std::uint64_t>(fastScore),
                       std::bit_cast<std::uint64_t>(plainScore));
             ASSERT_EQ(fast, plain);
-            ASSERT_EQ(draw, std::rand());
+            ASSERT_EQ(draw, DrawRandom());
             const Position parent = position;
             DoSetupMove(parent, fast, position);
         }
@@ -116,8 +117,8 @@ TEST(Placement, ScoresWorkedByHand) {
     GenerateEmptyStartPosition(position);
     position.SetupPhase = 1;
     position.ActivePlayer = BLACK;
-    position.Spaces[0][0] = SingleStone(LIFE);
-    position.Spaces[1][0] = SingleStone(WHITE);
+    position.Spaces[0][0] = SpaceWith(LIFE);
+    position.Spaces[1][0] = SpaceWith(WHITE);
     EvalWeights weights = WeightsOf(1000);
     weights.SetupRandom = 0.0;
     // Of the stone on B: one half each from A and C make a raw value of 1, a flank value of 1/2.
@@ -142,18 +143,19 @@ TEST(Computer, PlaysEveryKindOfTurn) {
     Position last;
     std::string message;
     Move move;
-    EXPECT_EQ(DoComputerMove(position, 2, WeightsOf(1000), next, message, move), 3);
+    SearchEffort effort = {.Depth = 2};
+    EXPECT_EQ(DoComputerMove(position, effort, WeightsOf(1000), next, message, move), 3);
     EXPECT_EQ(message, "Talurex does move: (A1-B1)\n");
     EXPECT_EQ(next.Value, -5000.0);
     EXPECT_EQ(next.ExactValue, 1);
     const Move before = move;
-    EXPECT_EQ(DoComputerMove(next, 2, WeightsOf(1000), last, message, move), 0);
+    EXPECT_EQ(DoComputerMove(next, effort, WeightsOf(1000), last, message, move), 0);
     EXPECT_EQ(message, "Talurex is passing\n");
     EXPECT_EQ(last.Value, 5000.0);
     EXPECT_EQ(move, before);
 
     GenerateEmptyStartPosition(position);
-    EXPECT_EQ(DoComputerMove(position, 0, WeightsOf(1000), next, message, move), 6);
+    EXPECT_EQ(DoComputerMove(position, effort, WeightsOf(1000), next, message, move), 6);
     EXPECT_EQ(message, "Talurex does setup move: (" +
                            std::string(1, static_cast<char>('A' + move.Column)) + "1)\n");
 }
@@ -187,9 +189,9 @@ TEST(SelfPlay, AMatchIsThatOfThePlainEngine) {
     ABWeightPair players = {WeightsOf(1000), WeightsOf(1000)};
     players[1].Moves = {{{0.1, 0.2}, {-0.3, 0.4}}};
     for (unsigned seed = 1; seed <= 3; ++seed) {
-        std::srand(seed);
+        SeedRandom(seed);
         const MatchResult plain = plain::PlayMatch(players, 2, 1);
-        std::srand(seed);
+        SeedRandom(seed);
         EXPECT_EQ(PlayGames(players, 2, 1), plain);
     }
 }

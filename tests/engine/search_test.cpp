@@ -1,4 +1,6 @@
 // The search against the plain one, and on boards small enough to be worked by hand.
+#include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -6,11 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/engine_games.h"
+#include "common/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
-#include "engine/search_kernel.h"
+#include "kernel/search_kernel.h"
 #include "plain/plain_engine.h"
+#include "support/random.h"
 
 namespace {
 
@@ -43,14 +46,14 @@ enum class Engine { Fast, Plain };
 Outcome SearchWith(Engine engine, Position position, int depth, const EvalWeights& weights,
                    unsigned seed) {
     Move move;
-    std::srand(seed);
+    SeedRandom(seed);
     EvalCount = 0;
     plain::EvalCount = 0;
     const auto search = engine == Engine::Fast ? GetBestMove : plain::GetBestMove;
     const double value = search(position, depth, weights, move, position.ExactValue);
     return {
         BitsOf(value),       BitsOf(position.Value),       move.Column, move.Row, move.Direction,
-        position.ExactValue, EvalCount + plain::EvalCount, std::rand()};
+        position.ExactValue, EvalCount + plain::EvalCount, DrawRandom()};
 }
 
 // Deep enough to meet passes, ends and repeated positions, and still quick for the plain search.
@@ -70,9 +73,9 @@ TEST(Search, FindsWhatThePlainSearchFinds) {
                 const Outcome fast = SearchWith(Engine::Fast, position, depth, weights, seed);
                 ASSERT_EQ(fast, SearchWith(Engine::Plain, position, depth, weights, seed))
                     << WriteBoardText("position", position) << " depth " << depth;
-                std::srand(seed);
+                SeedRandom(seed);
                 const KernelResult generic =
-                    GenericKernel::SearchPosition(position, depth, weights);
+                    GenericKernel::SearchPosition(position, depth, weights, nullptr);
                 ASSERT_EQ(BitsOf(generic.Value), fast.Value);
                 ASSERT_EQ(generic.NumEvaluations, fast.Count);
             }
@@ -140,14 +143,6 @@ TEST(Search, TheFirstOfEqualMovesIsTaken) {
     ExpectSearch(line, 2, {3000.0, "BC", 1, 4});  // the search behind a pass has the open bound
 }
 
-TEST(Search, SortsTheFiveLowestAndKeepsTheRest) {
-    const std::array<double, 8> values = {5, 3, 9, 3, 7, 1, 8, 2};
-    std::array<int, 8> order{};
-    SortPositions(8, values.data(), order.data());
-    // 1, 2, 3 (index 1 before 3), 5; index 4 was pushed out by 5 and index 2 by 7.
-    EXPECT_EQ(order, (std::array<int, 8>{5, 7, 1, 3, 0, 2, 6, 4}));
-}
-
 TEST(SearchDeathTest, NoMoveEndsTheProcess) {
     const BoardText board = ReadBoardText("row 3 1 white : . w2* r");
     UseBoard(board);
@@ -156,6 +151,63 @@ TEST(SearchDeathTest, NoMoveEndsTheProcess) {
     Move move;
     EXPECT_EXIT(GetBestMove(position, 0, weights, move, position.ExactValue),
                 testing::ExitedWithCode(1), "GetBestMove: Calling Error! No move left");
+}
+
+// What the reports of a stopped search say; the report sets the flag after a number of calls.
+std::atomic<int> StopFlag = 0;
+int ReportsUntilStop = 0;
+SearchProgress LastProgress;
+void StopInTime(const SearchProgress& progress) {
+    LastProgress = progress;
+    if (--ReportsUntilStop <= 0) {
+        StopFlag = 1;
+    }
+}
+
+// A search stopped anywhere answers with a move of the position, its count is that of the draws,
+// and the next search finds what it would have found anyway.
+TEST(Search, AStoppedSearchLeavesNoTrace) {
+    std::mt19937 random(5);
+    int numStopped = 0;
+    for (const BoardText& board : ReadBoardFile(TALUREX_TESTS "/../bench/positions.txt")) {
+        UseBoard(board);
+        if (GetNumMoves(board.Board) == 0) {
+            continue;
+        }
+        for (int trial = 0; trial < 6; ++trial) {
+            const EvalWeights weights = SomeWeights(random, trial);
+            const int depth = std::min(3, std::stoi(board.Rest) - 1);
+            const Outcome expected = SearchWith(Engine::Fast, board.Board, depth, weights, 9);
+            StopFlag = 0;
+            ReportsUntilStop = RandomBelow(random, 8);
+            Position position = board.Board;
+            EvalCount = 0;
+            SeedRandom(9);
+            if (ReportsUntilStop == 0) {
+                StopFlag = 1;
+            }
+            LastProgress = {};
+            const SearchWatch watch = {StopFlag, StopInTime};
+            const SearchResult result = SearchPosition(position, depth, weights, &watch);
+            const int draw = DrawRandom();
+            SeedRandom(9);
+            SkipRandom(EvalCount);
+            ASSERT_EQ(draw, DrawRandom()) << "after " << EvalCount << " evaluations";
+            numStopped += result.WasStopped ? 1 : 0;
+            if (result.WasStopped) {
+                EXPECT_LT(EvalCount, expected.Count);
+                EXPECT_EQ(position.ExactValue, 0);
+                EXPECT_EQ(result.HasMove, LastProgress.HasMove);
+            }
+            if (result.WasStopped && result.HasMove) {
+                EXPECT_EQ(result.BestMove, LastProgress.BestMove);
+                EXPECT_EQ(position.Value, LastProgress.BestValue);
+                EXPECT_TRUE(IsOccupied(position, result.BestMove.Column, result.BestMove.Row));
+            }
+            EXPECT_EQ(SearchWith(Engine::Fast, board.Board, depth, weights, 9), expected);
+        }
+    }
+    EXPECT_GT(numStopped, 20);
 }
 
 // The signature: a change of what is searched changes it, a change of how fast does not.

@@ -1,6 +1,5 @@
 // Any lines typed into a game between two people. Files stay in a scratch folder, and what would
 // search or open a connection is left out.
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <sstream>
@@ -12,6 +11,7 @@
 #include "fuzz/fuzz_support.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
+#include "support/random.h"
 #include "support/text.h"
 
 namespace {
@@ -93,7 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     EvalWeights weights;
     SetDefaultConfiguration();
     GlobCfg.NumHumanPlayers = 2;
-    std::srand(1);
+    SeedRandom(1);
     std::filesystem::remove(GameFile());
     GenerateStartPosition(state->Record.PositionList[0]);
 

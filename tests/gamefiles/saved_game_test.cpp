@@ -149,7 +149,7 @@ TEST_F(SavedGame, LifeStonesAreThoseOfTheGame) {
         EXPECT_EQ(stones != 3, SavedGameText(*record).starts_with(line));
     }
     // A random start does not tell; the setting goes with the file.
-    BeginMovePhase(record->PositionList[0]);
+    ResetAllButSpaces(record->PositionList[0]);
     EXPECT_TRUE(SavedGameText(*record).starts_with("DIM(11,5,7)\n"));
 }
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "kernel/search_kernel.h"
 #include "support/random.h"
 
 namespace plain {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "engine/self_play.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
 

@@ -141,12 +141,12 @@ TEST(RandomGames, StonesLeaveTheBoardByTheLifeRuleOnly) {
                     const Space& before = parent.Spaces[x][y];
                     const Space& after = child.Spaces[x][y];
                     if (x == source.Column && y == source.Row) {
-                        ASSERT_EQ(after, SingleStone(EMPTY));
+                        ASSERT_EQ(after, SpaceWith(EMPTY));
                     } else if (x == target.Column && y == target.Row && after.Height != 0) {
                         ASSERT_EQ(after.Height,
                                   before.Height + parent.Spaces[source.Column][source.Row].Height);
                     } else if (after != before) {
-                        ASSERT_EQ(after, SingleStone(EMPTY));
+                        ASSERT_EQ(after, SpaceWith(EMPTY));
                         ASSERT_EQ(before.Life, 0);
                         ++removed;
                     }

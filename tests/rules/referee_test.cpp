@@ -68,7 +68,7 @@ TEST(Referee, RefusesPlacementsOnStonesAndOutside) {
     UseBoard(11, 5);
     Position position;
     GenerateEmptyStartPosition(position);
-    position.Spaces[4][2] = SingleStone(LIFE);
+    position.Spaces[4][2] = SpaceWith(LIFE);
     Check(position, {
                         {{0, 4, 2, 9}, 7, "Error: Move source is already occupied!\n"},
                         {{0, 0, 0, 0}, 0, "Error: Move source is out of bounds !\n"},

@@ -1,22 +1,59 @@
 #include "support/random.h"
 
-#include <array>
+#include <cstdint>
 #include <cstdlib>
+#include <random>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "support/fatal.h"
 
-// One draw of `rand` each: the same seed gives the same sequence to every version of the program.
-TEST(Random, IsTheStandardGenerator) {
-    InitRandom(5);
-    const std::array<int, 3> drawn = {RandomInt(1000000), RandomInt(1000000), RandomInt(1000000)};
-    const double real = RandomReal();
-    std::srand(5);
-    for (const int draw : drawn) {
-        EXPECT_EQ(draw, static_cast<int>(std::rand() / 2147483647.0 * 1000000));
+#ifdef __GLIBC__
+// The same seed gives the same sequence to every version of the program.
+TEST(Random, IsTheGeneratorOfTheLibrary) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 300; ++i) {
+        const auto seed = i < 3 ? static_cast<unsigned>(i) - 1 : static_cast<unsigned>(random());
+        SeedRandom(seed);
+        std::srand(seed);
+        for (int draw = 0; draw < 100; ++draw) {
+            ASSERT_EQ(DrawRandom(), std::rand()) << "seed " << seed << " draw " << draw;
+        }
+        const int skipped = static_cast<int>(random() % 40000);
+        SkipRandom(skipped);
+        for (int draw = 0; draw < skipped; ++draw) {
+            std::ignore = std::rand();
+        }
+        ASSERT_EQ(DrawRandom(), std::rand()) << "seed " << seed << " behind " << skipped;
     }
-    EXPECT_EQ(real, std::rand() / 2147483647.0);
+}
+#endif
+
+TEST(Random, TwoSkipsAreOne) {
+    std::mt19937_64 random(2);
+    auto someSkip = [&] { return static_cast<std::int64_t>(random() >> (random() % 62 + 2)); };
+    for (int i = 0; i < 1000; ++i) {
+        const auto seed = static_cast<unsigned>(random());
+        const std::int64_t first = someSkip();
+        const std::int64_t second = someSkip();
+        SeedRandom(seed);
+        SkipRandom(first);
+        SkipRandom(second);
+        const int draw = DrawRandom();
+        SeedRandom(seed);
+        SkipRandom(first + second);
+        ASSERT_EQ(DrawRandom(), draw) << "seed " << seed << ": " << first << " + " << second;
+    }
+}
+
+TEST(Random, NumbersAreSharesOfADraw) {
+    InitRandom(5);
+    const int integer = RandomInt(1000000);
+    const double real = RandomReal();
+    SeedRandom(5);
+    EXPECT_EQ(integer, static_cast<int>(DrawRandom() / 2147483647.0 * 1000000));
+    EXPECT_EQ(real, DrawRandom() / 2147483647.0);
 }
 
 TEST(RandomDeathTest, IsSeededOnce) {

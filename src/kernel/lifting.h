@@ -6,11 +6,11 @@
 
 #include <array>
 
-#include "engine/life_rule.h"
-#include "engine/search_board.h"
-#include "engine/tally_count.h"
+#include "kernel/life_rule.h"
+#include "kernel/search_board.h"
+#include "kernel/tally_count.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // The board without one tower of the side to move.
 template <typename Set>
@@ -183,4 +183,4 @@ inline Tallies TalliesAfter(const Geometry<Set>& geometry, const SearchBoard<Set
     return tallies;
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

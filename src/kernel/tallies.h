@@ -3,11 +3,10 @@
 
 #include <array>
 
-#include "engine/kernel_build.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 #include "rules/position.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // The white-minus-black sums that the evaluation weighs, in the order in which it adds them up: for
 // enclosed towers (0 to 7), then for free ones (8 to 15), first those without and then those with a
@@ -89,4 +88,4 @@ inline double PositionValue(const Tallies& tallies, const TallyWeights& weights,
     return player == BLACK ? -value : value;
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

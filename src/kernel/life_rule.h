@@ -4,10 +4,10 @@
 
 #include <array>
 
-#include "engine/bit_set.h"
-#include "engine/geometry.h"
+#include "kernel/bit_set.h"
+#include "kernel/geometry.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // True when the group of `space` in `occupied` holds life. Otherwise `group` is the whole of it.
 template <typename Set>
@@ -76,4 +76,4 @@ inline Set KillBehindPlainTower(const Geometry<Set>& geometry, RunStarts runs, S
     return dead;
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

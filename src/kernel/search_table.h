@@ -11,9 +11,9 @@
 #include <new>
 #include <type_traits>
 
-#include "engine/search_board.h"
+#include "kernel/search_board.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // What the search of a node found. The bound takes no part in a search but to end it: the moves are
 // tried in the same order, with the same results, until one reaches the bound. So the same outcome
@@ -83,4 +83,4 @@ struct SearchTable {
     }
 };
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

@@ -6,12 +6,10 @@
 
 #include <cstdint>
 
-#include "engine/kernel_build.h"
-
 using SmallSet = std::uint64_t;
 __extension__ using LargeSet = unsigned __int128;
 
-namespace TALUREX_KERNEL {
+namespace {
 
 inline int Count(SmallSet set) {
     return __builtin_popcountll(set);
@@ -49,4 +47,4 @@ inline int TakeFirst(Set& set) {
     return space;
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

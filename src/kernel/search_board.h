@@ -4,11 +4,11 @@
 #include <array>
 #include <cstdint>
 
-#include "engine/bit_set.h"
-#include "engine/geometry.h"
+#include "kernel/bit_set.h"
+#include "kernel/geometry.h"
 #include "rules/position.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 template <typename Set>
 struct SearchBoard {
@@ -17,6 +17,7 @@ struct SearchBoard {
     Set Enclosed = 0;            // occupied spaces whose six neighbours are occupied
     std::array<Set, 2> Owned{};  // the towers of WHITE and of BLACK
     // The towers of each height that can reach anything; the first and the last entry stay empty.
+    // Aligned, and always walked from one end to the other: that takes a few vector instructions.
     alignas(32) std::array<Set, REACH_NONE + 1> ByHeight{};
     std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height{};  // 0 where not occupied
     int ActivePlayer = WHITE;
@@ -114,4 +115,4 @@ inline SearchBoard<Set> MakeChild(const Geometry<Set>& geometry, const SearchBoa
     return child;
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace

@@ -1,10 +1,8 @@
-#include "engine/geometry.h"
+#include "kernel/geometry.h"
 
 #include "rules/position.h"
 
 namespace {
-
-using namespace TALUREX_KERNEL;
 
 using SpaceNumbers = std::array<std::array<int, MAX_BOARD_Y_DIM>, MAX_BOARD_X_DIM>;
 
@@ -30,7 +28,7 @@ void FillTargets(Geometry<Set>& geometry, const SpaceNumbers& numbers, int space
     for (int d = 0; d < NUM_DIRECTIONS; ++d) {
         const Place place = StepFrom(geometry.Column[space], geometry.Row[space], d, height);
         int target = geometry.NumSpaces;
-        if (height < REACH_NONE && IsOnBoard(place.Column, place.Row)) {
+        if (height > 0 && height < REACH_NONE && IsOnBoard(place.Column, place.Row)) {
             target = numbers[place.Column][place.Row];
             reached |= Bit<Set>(target);
         }
@@ -45,7 +43,7 @@ void FillGeometry(Geometry<Set>& geometry) {
     NumberSpaces(geometry, numbers);
     geometry.Inner = 0;
     for (int space = 0; space < geometry.NumSpaces; ++space) {
-        for (int height = 1; height <= REACH_NONE; ++height) {
+        for (int height = 0; height <= REACH_NONE; ++height) {
             FillTargets(geometry, numbers, space, height);
         }
         if (Count(geometry.Neighbours(space)) == NUM_DIRECTIONS) {

@@ -5,18 +5,19 @@
 #include <array>
 #include <cstdint>
 
-#include "engine/bit_set.h"
+#include "kernel/bit_set.h"
 #include "rules/board.h"
 
 // A tower of REACH_NONE stones or more lands off every board: such heights share one table row.
 inline constexpr int REACH_NONE = MAX_BOARD_X_DIM;
+static_assert(MAX_BOARD_Y_DIM <= REACH_NONE);
 
 template <typename Set>
 struct Geometry {
-    static constexpr int MAX_SPACES = sizeof(Set) * 8;
+    static constexpr int MAX_SPACES = sizeof(Set) * 8;  // one of them stands for "off the board"
 
     // The space that a tower of a height reaches in each direction, or NumSpaces when that is off
-    // the board.
+    // the board; height 0, that of an empty space, reaches nothing.
     std::array<std::array<std::array<std::uint8_t, NUM_DIRECTIONS>, REACH_NONE + 1>, MAX_SPACES>
         Target{};
     // The same as a set, without what is off the board. Being reached is mutual: the towers of
@@ -38,6 +39,8 @@ struct Geometry {
 // The board must fit: at most MAX_SPACES - 1 spaces.
 template <typename Set>
 const Geometry<Set>& CurrentGeometry();
+
+static_assert(MAX_BOARD_SPACES < Geometry<LargeSet>::MAX_SPACES);
 
 // True when the current board fits into a SmallSet.
 [[nodiscard]] bool IsSmallBoard();

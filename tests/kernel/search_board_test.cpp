@@ -1,13 +1,11 @@
 // The compact board against the rules and the plain evaluation.
 #include <gtest/gtest.h>
 
-#include "engine/engine_games.h"
-#include "engine/lifting.h"
+#include "common/engine_games.h"
+#include "kernel/lifting.h"
 #include "plain/plain_engine.h"
 
 namespace {
-
-using namespace TALUREX_KERNEL;
 
 Tallies PlainTallies(const Position& position) {
     const plain::Tallies plain = plain::CountTallies(position);

@@ -1,22 +1,23 @@
-#include "engine/search_kernel.h"
+#include "kernel/search_kernel.h"
 
 #include <array>
 #include <memory>
 #include <new>
 
-#include "engine/kernel_build.h"
-#include "engine/lifting.h"
-#include "engine/search.h"
-#include "engine/search_table.h"
-#include "support/fatal.h"
+#include "kernel/lifting.h"
+#include "kernel/move_order.h"
+#include "kernel/search_table.h"
 #include "support/random.h"
+
+// The build that counts bits with an instruction is compiled with another name for this namespace.
+// All that the two builds are made of stands in unnamed namespaces, in the headers as well:
+// otherwise the linker could take a function of one for the same function of the other.
+#ifndef TALUREX_KERNEL
+#define TALUREX_KERNEL GenericKernel
+#endif
 
 namespace TALUREX_KERNEL {
 namespace {
-
-[[noreturn]] void ExitWithoutMemory() {
-    ErrorExit("GetBestMove: Error: malloc for TmpPositions failed!\n");
-}
 
 // A move as the search sees it.
 struct Step {
@@ -24,6 +25,13 @@ struct Step {
     int Target = 0;
     int Direction = 0;
 };
+
+template <typename Set>
+Move MoveOf(const Geometry<Set>& geometry, const Step& step) {
+    return {.Column = geometry.Column[step.Source],
+            .Row = geometry.Row[step.Source],
+            .Direction = step.Direction};
+}
 
 template <typename Set>
 struct Child {
@@ -44,9 +52,26 @@ struct Level {
 // What outlives a search, so that the next one need not allocate it again: made when first needed.
 template <typename Set>
 struct Workspace {
-    std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;
+    std::array<std::unique_ptr<Level<Set>>, MAX_SEARCH_DEPTH + 1> Levels;  // none for depth 0
     SearchTable<Set> Table;
+
+    // Makes what a search of `depth` needs. Answers false when there is no memory for it.
+    [[nodiscard]] bool Prepare(int depth) {
+        for (int d = 1; d <= depth; ++d) {
+            if (Levels[d] == nullptr) {
+                Levels[d].reset(new (std::nothrow) Level<Set>);
+            }
+            if (Levels[d] == nullptr) {
+                return false;
+            }
+        }
+        // The children of a shallow search are leaves, which are not kept.
+        return depth <= 1 || Table.BeginSearch();
+    }
 };
+
+// How many nodes above the leaves the search enters before it tells its progress.
+constexpr int NODES_PER_REPORT = 64;
 
 // The values seen so far at a node, against its bound.
 struct BestSoFar {
@@ -82,9 +107,14 @@ struct Search {
     TallyWeights Weights;
     double RandomWeight;
     bool WithEnemies;  // the weights ask for the targets that the other side owns
+    int RootDepth;
+    const SearchWatch* Watch;
     std::int64_t NumEvaluations = 0;
     std::int64_t NumDraws = 0;  // draws that are still owed to the random generator
     bool IsExact = true;        // no line has ended but in an end position
+    bool IsStopped = false;     // the search unwinds, and what its nodes answer means nothing
+    int NodesUntilReport = NODES_PER_REPORT;
+    SearchProgress Progress = {};
 
     // Counts an evaluation and answers its value, seen from the side to move, here `player`.
     double Evaluate(const Tallies& tallies, int player) {
@@ -149,11 +179,40 @@ struct Search {
         return count;
     }
 
+    // To be called where a node above the leaves is entered. Answers true when the search is to
+    // end.
+    bool LooksUp() {
+        if (Watch == nullptr) {
+            return false;
+        }
+        if (--NodesUntilReport == 0) {
+            NodesUntilReport = NODES_PER_REPORT;
+            if (Watch->Report != nullptr) {
+                Progress.NumEvaluations = NumEvaluations;
+                Watch->Report(Progress);
+            }
+        }
+        IsStopped = IsStopped || Watch->StopFlag.load(std::memory_order_relaxed) != 0;
+        return IsStopped;
+    }
+
+    // Notes how far the root has come.
+    void NoteProgress(const BestSoFar& best, int numFinished, int numMoves) {
+        Progress.NumFinished = numFinished;
+        Progress.NumMoves = numMoves;
+        Progress.HasMove = best.HasMove;
+        Progress.BestMove = MoveOf(Shape, best.Way);
+        Progress.BestValue = best.Value;
+    }
+
     BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
                              Level<Set>& level, int count) {
         SortPositions(count, level.Values.data(), level.Order.data());
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
+            if (depth == RootDepth) {
+                NoteProgress(best, i, count);
+            }
             const int k = level.Order[i];
             const Child<Set>& child = level.Children[k];
             double value = -level.Values[k];
@@ -162,31 +221,18 @@ struct Search {
                     MakeChild(Shape, board, child.Way.Source, child.Way.Target, child.Dead);
                 value = SearchNode(next, child.Sums, level.Values[k], depth - 1, -best.Value);
             }
-            if (!best.Take(value, child.Way, treshold)) {
+            if (IsStopped || !best.Take(value, child.Way, treshold)) {
                 break;
             }
         }
         return best;
     }
 
-    Level<Set>& LevelOf(int depth) {
-        std::unique_ptr<Level<Set>>& level = Space.Levels[depth];
-        if (level == nullptr) {
-            level.reset(new (std::nothrow) Level<Set>);
-            if (level == nullptr) {
-                ExitWithoutMemory();
-            }
-        }
-        return *level;
-    }
-
     // A side without a move passes; behind it the search goes on with the open bound. With no depth
-    // left, the static value of the position stands.
+    // left, the static value of the position stands. The other side has a move then: positions in
+    // which neither has one end the game, and are not searched.
     double SearchPass(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
                       int depth) {
-        if (tallies.Mobility == 0) {
-            ErrorExit("GetBestMove: Calling Error! No move left\n");
-        }
         if (depth == 0) {
             IsExact = false;
             return -staticValue;
@@ -201,7 +247,10 @@ struct Search {
         if (depth == 0) {
             return SearchLeaves(board, tallies, treshold);
         }
-        Level<Set>& level = LevelOf(depth);
+        if (LooksUp()) {
+            return {};
+        }
+        Level<Set>& level = *Space.Levels[depth];
         numMoves = ExpandNode(board, tallies, level);
         return numMoves == 0 ? BestSoFar{}
                              : SearchChildren(board, depth, treshold, level, numMoves);
@@ -212,6 +261,9 @@ struct Search {
         const std::int64_t before = NumEvaluations;
         int numMoves = 0;
         const BestSoFar best = SearchMoves(board, tallies, depth, treshold, numMoves);
+        if (IsStopped) {
+            return {};
+        }
         const double value =
             best.HasMove ? best.Result() : SearchPass(board, tallies, staticValue, depth);
         // A pass does not look at the bound: its outcome holds for all.
@@ -243,6 +295,9 @@ struct Search {
         const bool wasExact = IsExact;
         IsExact = true;
         SearchOutcome outcome = SearchAnew(board, tallies, staticValue, depth, treshold);
+        if (IsStopped) {
+            return outcome.Value;
+        }
         outcome.IsExact = IsExact;
         slot.Node = key;
         slot.Outcome = outcome;
@@ -252,19 +307,21 @@ struct Search {
 };
 
 template <typename Set>
-KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights) {
+KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights,
+                      const SearchWatch* watch) {
     static Workspace<Set> workspace;
     const Geometry<Set>& shape = CurrentGeometry<Set>();
     const bool withEnemies = weights.MovesToEnemy != EvalWeights::ByFree{};
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
     const Tallies tallies = CountTallies(shape, ViewOf(board, withEnemies), board.Height);
 
-    // The children of a shallow search are leaves, which are not kept.
-    if (depth > 1 && !workspace.Table.BeginSearch()) {
-        ExitWithoutMemory();
-    }
-    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies};
     KernelResult result;
+    if (!workspace.Prepare(depth)) {
+        result.IsOutOfMemory = true;
+        return result;
+    }
+    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies,
+                          depth, watch};
     const BestSoFar best =
         search.SearchMoves(board, tallies, depth, HIGH_INIT_VALUE, result.NumMoves);
     result.Value = best.Result();
@@ -272,10 +329,9 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     result.CutValue = best.CutValue;
     result.WasCutOff = best.IsCutOff;
     result.HasMove = best.HasMove;
-    result.BestMove.Column = shape.Column[best.Way.Source];
-    result.BestMove.Row = shape.Row[best.Way.Source];
-    result.BestMove.Direction = best.Way.Direction;
-    result.IsExact = search.IsExact;
+    result.WasStopped = search.IsStopped;
+    result.BestMove = MoveOf(shape, best.Way);
+    result.IsExact = search.IsExact && !search.IsStopped;
     result.NumEvaluations = search.NumEvaluations;
     result.NumDraws = search.NumDraws;
     return result;
@@ -283,9 +339,10 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
 
 }  // namespace
 
-KernelResult SearchPosition(const Position& position, int depth, const EvalWeights& weights) {
-    return IsSmallBoard() ? SearchOn<SmallSet>(position, depth, weights)
-                          : SearchOn<LargeSet>(position, depth, weights);
+KernelResult SearchPosition(const Position& position, int depth, const EvalWeights& weights,
+                            const SearchWatch* watch) {
+    return IsSmallBoard() ? SearchOn<SmallSet>(position, depth, weights, watch)
+                          : SearchOn<LargeSet>(position, depth, weights, watch);
 }
 
 }  // namespace TALUREX_KERNEL

@@ -3,12 +3,11 @@
 // contain.
 #pragma once
 
-#include <cstdlib>
 #include <random>
 
 #include "common/board_text.h"
 #include "common/random_games.h"
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 // A board size, every third time the default one, and a start position of the move phase.
 inline Position RandomStart(std::mt19937& random, int game) {
@@ -26,7 +25,7 @@ inline Position RandomStart(std::mt19937& random, int game) {
                 Space& space = position.Spaces[x][y];
                 const int chance = RandomBelow(random, 8);
                 if (chance < 2) {
-                    space = SingleStone(EMPTY);
+                    space = SpaceWith(EMPTY);
                 } else if (chance == 2 && space.Owner < LIFE) {
                     space.Height += RandomBelow(random, 20);
                     space.Life = RandomBelow(random, 2);

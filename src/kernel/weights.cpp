@@ -1,4 +1,4 @@
-#include "engine/weights.h"
+#include "kernel/weights.h"
 
 void SetLevel(int level, EvalWeights& weights) {
     const double f = level < FULL_STRENGTH_LEVEL ? level / 1000.0 : 1.0;

@@ -1,10 +1,10 @@
 // Counting the tallies of towers on the compact board.
 #pragma once
 
-#include "engine/search_board.h"
-#include "engine/tallies.h"
+#include "kernel/search_board.h"
+#include "kernel/tallies.h"
 
-namespace TALUREX_KERNEL {
+namespace {
 
 // The sets that tallies are counted over.
 template <typename Set>
@@ -80,4 +80,4 @@ inline void LoseTarget(const SearchBoard<Set>& board, Set aimers, Set enclosed, 
     tallies.Mobility -= Count(aimers & ~enclosed);
 }
 
-}  // namespace TALUREX_KERNEL
+}  // namespace
