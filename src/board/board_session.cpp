@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 constexpr auto PUBLISH_DELAY = 2ms;
 // A line that is answered sooner is not shown as thinking.
 constexpr auto THINK_DELAY = 100ms;
-constexpr auto COPY_DELAY = 300ms;
+constexpr auto COPY_DELAY = 30ms;
 // A Talurex that does not end by itself is ended.
 constexpr auto END_PATIENCE = 5s;
 constexpr auto PARTING_PATIENCE = 1s;
@@ -102,8 +102,8 @@ void TypeNext(BoardSession& session) {
 }
 
 void Hurry(BoardSession& session) {
-    // Before it has printed anything it may not yet know what the signal is for.
-    if (IsThinking(session) && session.Talk.Heard) {
+    // Before that it may not yet know what the signal is for.
+    if (IsThinking(session) && (session.Talk.Heard || session.Talk.View.Connected)) {
         SignalGame(session.Game, SIGUSR1);
     }
 }
@@ -191,8 +191,9 @@ void TakeConnection(BoardSession& session, bool connected) {
     }
 }
 
-// Stops the context when every page has been told, or has had the time for it.
+// Stops the context when every page has been told and has parted, or has had the time for it.
 void StopSoon(BoardSession& session) {
+    session.Web.OnEmpty = [&session] { session.Context.stop(); };
     CloseWebServer(session.Web);
     session.EndTimer.expires_after(PARTING_PATIENCE);
     session.EndTimer.async_wait([&session](const error_code&) { session.Context.stop(); });
@@ -203,8 +204,8 @@ void StopSoon(BoardSession& session) {
 
 // Talurex has gone with the game: the copy that was kept at the last prompt is put where the user
 // finds it.
-void KeepSafeCopy(const BoardSession& session) {
-    if (!session.Talk.View.Unsaved) {
+void KeepSafeCopy(const BoardSession& session, int status) {
+    if (!session.Talk.View.Unsaved || status == 0) {
         return;
     }
     std::ostringstream game;
@@ -223,7 +224,7 @@ void TakeEnd(BoardSession& session, int status) {
         PrintError("%s\ntalurex-board: Talurex has ended with status %i.\n",
                    session.LastWords.c_str(), status);
     }
-    KeepSafeCopy(session);
+    KeepSafeCopy(session, status);
     Publish(session);
     StopSoon(session);
 }

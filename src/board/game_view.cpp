@@ -49,7 +49,7 @@ constexpr std::array SETTING_WORDS = {
     SettingWords{"Your playing color was set to WHITE.", &GameSettings::ComputerColor, BLACK},
     SettingWords{"Your playing color was set to BLACK.", &GameSettings::ComputerColor, WHITE},
     SettingWords{"Your playing color will be determined randomly in the next game.",
-                 &GameSettings::ComputerColor, 2},
+                 &GameSettings::ComputerColor, RANDOM_COLOR},
 };
 
 void NoteSettings(GameView& view, std::string_view line) {
@@ -114,7 +114,7 @@ int SetupPhaseOf(const GameView& view, const Picture& picture) {
     return count.Own == 0 && picture.Move < view.GameLifeStones ? 2 : 1;
 }
 
-bool SameWay(const Way& a, const Way& b) {
+bool SameFromTo(const FromTo& a, const FromTo& b) {
     return a.Source.Column == b.Source.Column && a.Source.Row == b.Source.Row &&
            a.Target.Column == b.Target.Column && a.Target.Row == b.Target.Row;
 }
@@ -142,7 +142,7 @@ bool Show(GameView& view, Picture picture) {
                       shown.LastMove == picture.LastMove &&
                       shown.Board.ActivePlayer == picture.Board.ActivePlayer &&
                       shown.Board.SetupPhase == picture.Board.SetupPhase &&
-                      SameWay(shown.Last, picture.Last) && SameWay(shown.Next, picture.Next);
+                      SameFromTo(shown.Last, picture.Last) && SameFromTo(shown.Next, picture.Next);
     view.Shown = picture;
     NoteEnd(view);
     return !same;
@@ -228,7 +228,7 @@ void NoteBegin(GameView& view) {
     if (view.MayBeginGame && view.DrawnSinceLine) {
         view.BeginsGame = true;
         view.AskLifeStones = view.MayLoad;
-        view.AskColor = view.Settings.ComputerColor == 2;
+        view.AskColor = view.Settings.ComputerColor == RANDOM_COLOR;
     }
     if (view.BeginsGame && !view.AskLifeStones) {
         view.GameLifeStones = view.Settings.LifeStones;
@@ -265,7 +265,7 @@ GameView NewGameView() {
                      GlobCfg.SetupMode, GlobCfg.NumLifeStones};
     view.Running = GlobCfg.GameRunFlag == 1;
     view.GameLifeStones = GlobCfg.NumLifeStones;
-    view.AskColor = GlobCfg.ComputerColor == 2;
+    view.AskColor = GlobCfg.ComputerColor == RANDOM_COLOR;
     view.ComputerSide = GlobCfg.ComputerColor == WHITE ? WHITE : BLACK;
     view.Shown.Columns = GlobCfg.BoardXDim;
     view.Shown.Rows = GlobCfg.BoardYDim;

@@ -19,8 +19,8 @@ struct Picture {
     Position Board;  // its SetupPhase is 1 for one's own stones and 2 for any number of life stones
     int Move = 0;
     int LastMove = 0;
-    Way Last;
-    Way Next;
+    FromTo Last;
+    FromTo Next;
 };
 
 // True when the pictures show the same stones on a board of the same size.
@@ -32,7 +32,7 @@ void UseBoardOf(const Picture& picture);
 struct GameSettings {
     int Level = 0;
     int Players = 0;
-    int ComputerColor = 0;  // WHITE, BLACK, or 2: drawn for each game
+    int ComputerColor = 0;  // WHITE, BLACK or RANDOM_COLOR
     int RandomSetup = 0;
     int LifeStones = 0;  // of the next game
 };

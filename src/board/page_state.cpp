@@ -109,18 +109,18 @@ ordered_json NameOrNull(Place place) {
     return IsOnBoard(place.Column, place.Row) ? ordered_json(SpaceName(place)) : ordered_json();
 }
 
-ordered_json WayState(const Way& way) {
-    if (!IsOnBoard(way.Target.Column, way.Target.Row)) {
+ordered_json FromToState(const FromTo& step) {
+    if (!IsOnBoard(step.Target.Column, step.Target.Row)) {
         return nullptr;
     }
-    return {{"source", NameOrNull(way.Source)}, {"target", NameOrNull(way.Target)}};
+    return {{"source", NameOrNull(step.Source)}, {"target", NameOrNull(step.Target)}};
 }
 
 ordered_json StepState(const PlyStep& step) {
     if (step.Pass) {
         return nullptr;
     }
-    ordered_json state = WayState(step.Made);
+    ordered_json state = FromToState(step.Made);
     state["removed"] = ordered_json::array();
     for (const Place place : step.Removed) {
         state["removed"].push_back(SpaceName(place));
@@ -223,7 +223,7 @@ ordered_json SettingsState(const PageInput& input) {
     ordered_json state;
     state["level"] = settings.Level;
     state["players"] = settings.Players;
-    state["color"] = settings.ComputerColor == 2
+    state["color"] = settings.ComputerColor == RANDOM_COLOR
                          ? "random"
                          : COLOR_NAMES[settings.ComputerColor == WHITE ? BLACK : WHITE];
     state["side"] = COLOR_NAMES[input.View.ComputerSide == WHITE ? BLACK : WHITE];
@@ -332,8 +332,8 @@ std::string StateMessage(const PageInput& input, const Picture* before, int seri
     state["mustPass"] = choices.MustPass;
     state["running"] = input.View.Running;
     state["gameOver"] = choices.Over;
-    state["last"] = WayState(shown.Last);
-    state["next"] = WayState(shown.Next);
+    state["last"] = FromToState(shown.Last);
+    state["next"] = FromToState(shown.Next);
     state["step"] = step ? StepState(*step) : ordered_json();
     state["move"] = shown.Move;
     state["lastMove"] = shown.LastMove;

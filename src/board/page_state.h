@@ -20,7 +20,7 @@ struct PageInput {
 // The ply that leads from one picture to the next.
 struct PlyStep {
     bool Pass = false;
-    Way Made;
+    FromTo Made;
     std::vector<Place> Removed;
 };
 

@@ -313,12 +313,11 @@ bool ReadDrawing(const std::vector<std::string>& lines, BoardDrawing& drawing) {
     for (auto& column : read.Board.Spaces) {
         column.fill({.Height = 0, .Life = 0, .Owner = EMPTY});
     }
-    const BoardSettings before = GetBoardSettings();
-    SetBoardSettings({read.Columns, read.Rows, before.LifeStones});
-    const bool complete = ReadRows(lines, read.Board);
-    SetBoardSettings(before);
-    if (complete) {
-        drawing = read;
+    const BoardSettingsGuard guard;
+    SetBoardSettings({read.Columns, read.Rows, GlobCfg.NumLifeStones});
+    if (!ReadRows(lines, read.Board)) {
+        return false;
     }
-    return complete;
+    drawing = read;
+    return true;
 }

@@ -31,17 +31,17 @@ bool IsNowhere(Place place) {
     return place.Column == -1 && place.Row == -1;
 }
 
-bool ReadWay(std::string_view text, Way& way) {
+bool ReadFromTo(std::string_view text, FromTo& step) {
     std::array<int, 4> n{};
     if (!ReadNumbers(text, n)) {
         return false;
     }
-    const Way read = {{n[0], n[1]}, {n[2], n[3]}};
+    const FromTo read = {{n[0], n[1]}, {n[2], n[3]}};
     if ((!IsShown(read.Source) && !IsNowhere(read.Source)) ||
         (!IsShown(read.Target) && !IsNowhere(read.Target))) {
         return false;
     }
-    way = read;
+    step = read;
     return true;
 }
 
@@ -74,16 +74,16 @@ bool TakeSpaceLine(ShownBoard& board, std::string_view text) {
 
 // A tower that is not there, or would reach beyond the array, stays where it is: the board then
 // belongs to another game than the move.
-void MoveTower(ShownBoard& board, const Way& way) {
-    if (!IsShown(way.Source) || !IsShown(way.Target)) {
+void MoveTower(ShownBoard& board, const FromTo& step) {
+    if (!IsShown(step.Source) || !IsShown(step.Target)) {
         return;
     }
-    const Space tower = board.Spaces[way.Source.Column][way.Source.Row];
-    Space& target = board.Spaces[way.Target.Column][way.Target.Row];
+    const Space tower = board.Spaces[step.Source.Column][step.Source.Row];
+    Space& target = board.Spaces[step.Target.Column][step.Target.Row];
     if (tower.Height == 0 || tower.Height + target.Height > MAX_BOARD_SPACES) {
         return;
     }
-    board.Spaces[way.Source.Column][way.Source.Row] = NO_STONE;
+    board.Spaces[step.Source.Column][step.Source.Row] = NO_STONE;
     target = {.Height = target.Height + tower.Height,
               .Life = target.Life | tower.Life,
               .Owner = tower.Owner};
@@ -95,7 +95,7 @@ bool TakeMoveLine(ShownBoard& board, std::string_view text) {
     if (!ReadNumbers(text, n)) {
         return false;
     }
-    board.Animated = Way{{n[0], n[1]}, {n[2], n[3]}};
+    board.Animated = FromTo{{n[0], n[1]}, {n[2], n[3]}};
     MoveTower(board, *board.Animated);
     return true;
 }
@@ -178,9 +178,9 @@ bool TakeLine(ShownBoard& board, char kind, std::string_view text) {
     case 'C':
         return TakeClearLine(board, text);
     case 'L':
-        return ReadWay(text, board.Last);
+        return ReadFromTo(text, board.Last);
     case 'N':
-        return ReadWay(text, board.Next);
+        return ReadFromTo(text, board.Next);
     case 'M':
         return TakeMoveLine(board, text);
     case 'S':

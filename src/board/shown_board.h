@@ -10,7 +10,7 @@
 
 // A step to highlight or to animate. A placement has no source, and nothing has no target either:
 // both are then (-1, -1).
-struct Way {
+struct FromTo {
     Place Source = {-1, -1};
     Place Target = {-1, -1};
 };
@@ -32,14 +32,14 @@ struct ShownBoard {
     int MoveNumber = 0;
     int LastMove = 0;
     std::string Status;  // the rest of the status line: "WHITE is moving"
-    Way Last;
-    Way Next;
+    FromTo Last;
+    FromTo Next;
 
     // How the latest update changed the board.
-    bool Whole = false;           // it sent all spaces
-    bool OneStep = false;         // its number is one higher than that of the update before
-    std::optional<Way> Animated;  // its M line
-    int NumSpaces = 0;            // its S lines
+    bool Whole = false;              // it sent all spaces
+    bool OneStep = false;            // its number is one higher than that of the update before
+    std::optional<FromTo> Animated;  // its M line
+    int NumSpaces = 0;               // its S lines
     Place FirstSpace = {-1, -1};
     Place LastSpace = {-1, -1};
 

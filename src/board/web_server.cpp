@@ -136,11 +136,20 @@ WebServer& ServerOf(const Page& page) {
     return page->Counted->Server;
 }
 
+void TellWhenEmpty(const WebServer& server) {
+    if (server.Closing && server.Pages.empty()) {
+        server.OnEmpty();
+    }
+}
+
 void DropPage(const Page& page) {
     page->Parting = true;
     page->Deadline.cancel();
     beast::get_lowest_layer(page->Socket).close();
-    ServerOf(page).Pages.erase(page);
+    WebServer& server = ServerOf(page);
+    if (server.Pages.erase(page) != 0) {
+        TellWhenEmpty(server);
+    }
 }
 
 void PartFrom(const Page& page, websocket::close_code code) {
@@ -417,4 +426,5 @@ void CloseWebServer(WebServer& server) {
             PartFrom(page, websocket::close_code::going_away);
         }
     }
+    TellWhenEmpty(server);
 }

@@ -30,6 +30,8 @@ struct WebServer {
     // sent.
     std::function<std::vector<std::string>()> OnPage;
     std::function<std::string(std::string_view)> OnMessage;
+    // Called when the last page has gone from a server that is closing.
+    std::function<void()> OnEmpty;
 };
 
 // Listens on a port of 127.0.0.1, 0 for one of the system's choosing. Answers the port, or 0 after
