@@ -1,10 +1,8 @@
-// How many games of a self-play match the engine plays in a second, and the plain model of the
-// tests from the same seed.
+// How many games of a self-play match the engine plays in a second.
 #include <benchmark/benchmark.h>
 
 #include "common/board_text.h"
 #include "engine/self_play.h"
-#include "plain/plain_engine.h"
 #include "support/random.h"
 
 namespace {
@@ -20,32 +18,18 @@ ABWeightPair Players() {
     return players;
 }
 
-template <typename Play>
-void Match(benchmark::State& state, Play play) {
+void Match(benchmark::State& state) {
     UseBoard(11, 5);
     const ABWeightPair players = Players();
     for (auto _ : state) {
         SeedRandom(1);
-        play(players);
+        benchmark::DoNotOptimize(PlayGames(players, PAIRS, DEPTH));
     }
     state.counters["games"] = benchmark::Counter(
         static_cast<double>(state.iterations()) * 2 * PAIRS, benchmark::Counter::kIsRate);
 }
 
-void FastMatch(benchmark::State& state) {
-    Match(state, [](const ABWeightPair& players) {
-        benchmark::DoNotOptimize(PlayGames(players, PAIRS, DEPTH));
-    });
-}
-
-void PlainMatch(benchmark::State& state) {
-    Match(state, [](const ABWeightPair& players) {
-        benchmark::DoNotOptimize(plain::PlayMatch(players, PAIRS, DEPTH));
-    });
-}
-
-BENCHMARK(FastMatch)->Unit(benchmark::kMillisecond);
-BENCHMARK(PlainMatch)->Unit(benchmark::kMillisecond);
+BENCHMARK(Match)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -10,10 +10,11 @@ enum class FileReplaced {
     NotWritten,  // the disk is full, or the like: an earlier file is as it was
 };
 
-// Makes `content` the content of the file. It is written to a new file beside it that then takes
-// its name, so that an earlier file is replaced at once or not at all; its permissions and, where
-// allowed, its owner are kept. A symbolic link stays, and the file it leads to is replaced. What is
-// no regular file, a device or a pipe, is written to directly. A file in a folder that may not be
-// changed is written over, and its content put back when the new one does not fit: the one case in
-// which an end of the process midway leaves neither.
+// Makes `content` the content of the file. It is written to a new file in the same folder that then
+// takes its name, so that an earlier file is replaced at once or not at all; its permissions and,
+// where allowed, its owner are kept. A symbolic link stays, and the file it leads to is replaced;
+// links in a circle lead to no file that could be opened. What is no regular file, a device or a
+// pipe, is written to directly. A file in a folder that may not be changed, and one that is a mount
+// point of its own, is written over, and its content put back when the new one does not fit: the
+// one case in which an end of the process midway leaves neither.
 [[nodiscard]] FileReplaced FileReplace(const std::string& path, std::string_view content);

@@ -22,11 +22,11 @@ int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode) 
 }
 
 int FileOpenToRead(const std::string& path, std::FILE*& file) {
-    return FileOpen(path, file, "rb");
+    return FileOpen(path, file, FILE_READ_MODE);
 }
 
 int FileOpenToWrite(const std::string& path, std::FILE*& file) {
-    return FileOpen(path, file, "wb");
+    return FileOpen(path, file, FILE_WRITE_MODE);
 }
 
 int FileClose(std::FILE* file) {

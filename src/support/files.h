@@ -4,6 +4,10 @@
 #include <cstdio>
 #include <string>
 
+// The modes in which text files are opened.
+inline constexpr const char* FILE_READ_MODE = "rb";
+inline constexpr const char* FILE_WRITE_MODE = "wb";
+
 // Opens `path` with the mode of `fopen`. Answers 0, or 1 after a line on standard output; `file` is
 // then null and the caller decides how to go on.
 [[nodiscard]] int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode);

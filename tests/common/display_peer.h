@@ -1,8 +1,6 @@
-// The other end of the link: a display that records every byte, and a board that is kept from the
-// lines alone, as docs/gui-protocol.md tells a display to.
+// The other end of the link: a display that records every byte.
 #pragma once
 
-#include <array>
 #include <string>
 
 // A listener on a loopback port of the system's choosing, and at most one connection. All waiting
@@ -41,20 +39,3 @@ std::string ReadUpdate(DisplayPeer& peer);
 
 // Reads to the end of the connection and answers what came.
 std::string ReadToEnd(DisplayPeer& peer);
-
-struct ShownSpace {
-    int Height = 0;
-    int Owner = 3;
-    int Life = 0;
-};
-
-// What a display shows, indexed [column][row].
-struct ShownBoard {
-    std::array<std::array<ShownSpace, 9>, 15> Spaces{};
-    int MoveNumber = 0;
-    int LastMove = 0;
-    std::string State;  // the rest of the status line
-};
-
-// Takes over one update. Answers an empty text, or what is wrong with the update.
-std::string ApplyUpdate(ShownBoard& board, const std::string& update);

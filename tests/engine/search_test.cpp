@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include "common/captured.h"
 #include "common/engine_games.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
+#include "kernel/move_order.h"
 #include "kernel/search_kernel.h"
 #include "plain/plain_engine.h"
 #include "support/random.h"
@@ -65,9 +67,9 @@ int DepthFor(const Position& position) {
 TEST(Search, FindsWhatThePlainSearchFinds) {
     std::mt19937 random(2);
     for (int game = 0; game < 60; ++game) {
-        const Position start = RandomStart(random, game);
-        const EvalWeights weights = SomeWeights(random, game);
-        WalkGame(random, start, [&](const Position& position) {
+        WalkGame(random, RandomStart(random, game), [&](const Position& position) {
+            // Other ones each time: nothing found with the ones before may be left in the table.
+            const EvalWeights weights = SomeWeights(random, game);
             for (int depth = 0; depth <= DepthFor(position); ++depth) {
                 const unsigned seed = static_cast<unsigned>(random());
                 const Outcome fast = SearchWith(Engine::Fast, position, depth, weights, seed);
@@ -141,6 +143,26 @@ TEST(Search, TheFirstOfEqualMovesIsTaken) {
     ExpectSearch(line, 0, {leaf, "BC", 0, 2});
     ExpectSearch(line, 1, {leaf, "BC", 0, 2});
     ExpectSearch(line, 2, {3000.0, "BC", 1, 4});  // the search behind a pass has the open bound
+}
+
+// Weights beyond all reason make a value that reaches the open bound: that of the one move of
+// White's behind A-B and Black's pass.
+TEST(Search, SaysThatAValueReachesTheBound) {
+    const BoardText board = ReadBoardText("row 6 1 white : w1 w1 r b3 . .");
+    UseBoard(board);
+    Position position = board.Board;
+    EvalWeights weights;
+    weights.Moves[1][0] = 1e9;
+    Move move;
+    const std::string said = StdoutOf([&] {
+        EXPECT_EQ(GetBestMove(position, 1, weights, move, position.ExactValue), LOW_INIT_VALUE);
+    });
+    EXPECT_TRUE(said.starts_with("Error: ToplevelFlag=TRUE && ABOrt!!!\n"
+                                 "BAD RET VALUE: LOW_INIT_VALUE && TOPLEVELFLAG=TRUE\n"
+                                 "Value:1000000000.000000, BestValue:-999999999.000000, "
+                                 "NumMoves:3, Treshold:999999999.000000\nWHITE is moving"))
+        << said;
+    EXPECT_EQ(StdoutOf([&] { GetBestMove(position, 0, weights, move, position.ExactValue); }), "");
 }
 
 TEST(SearchDeathTest, NoMoveEndsTheProcess) {

@@ -1,5 +1,6 @@
 #include "plain/plain_engine.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -73,20 +74,21 @@ int EvaluatePosition(Position& position, const EvalWeights& weights) {
 }
 
 std::vector<int> SortPositions(std::span<const Position> children) {
-    std::vector<int> order(children.size());
-    auto value = [&children](int child) { return children[child].Value; };
-    for (int i = 1; i < static_cast<int>(children.size()); ++i) {
-        int k = i - 1 < 4 ? i - 1 : 4;
-        if (!(value(order[k]) > value(i))) {
-            order[i] = i;
+    constexpr int NUM_SORTED = 5;
+    auto isLower = [&children](int a, int b) { return children[a].Value < children[b].Value; };
+    std::vector<int> order;
+    for (int i = 0; i < static_cast<int>(children.size()); ++i) {
+        const auto begin = order.begin();
+        const auto end = std::ssize(order) < NUM_SORTED ? order.end() : begin + NUM_SORTED;
+        const auto place = std::upper_bound(begin, end, i, isLower);
+        if (place - begin == NUM_SORTED) {
+            order.push_back(i);
             continue;
         }
-        order[i] = order[k];
-        while (k > 0 && value(order[k - 1]) > value(i)) {
-            order[k] = order[k - 1];
-            --k;
+        order.insert(place, i);
+        if (std::ssize(order) > NUM_SORTED) {  // the sixth lowest goes to the end
+            std::rotate(order.begin() + NUM_SORTED, order.begin() + NUM_SORTED + 1, order.end());
         }
-        order[k] = i;
     }
     return order;
 }

@@ -6,7 +6,6 @@
 #include <span>
 #include <vector>
 
-#include "engine/self_play.h"
 #include "kernel/weights.h"
 #include "rules/moves.h"
 #include "rules/position.h"
@@ -38,11 +37,5 @@ std::vector<int> SortPositions(std::span<const Position> children);
 // Searches a position with at least one move. Answers the negation of the best value.
 double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
                    int& exactFlag);
-
-// The best placement in the setup phase and its score.
-double GetBestSetupMove(const Position& position, const EvalWeights& weights, Move& bestMove);
-
-// A match, as the engine plays it.
-MatchResult PlayMatch(const ABWeightPair& players, int numPairs, int depth);
 
 }  // namespace plain

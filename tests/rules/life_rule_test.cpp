@@ -66,6 +66,8 @@ TEST(LifeRule, GroupsThatWereDeadBefore) {
          "- 9 1 black : r . . . . . w1 . ."},
         // Of two equally far from the centre the first on the walk round the source, D1, goes.
         {"equal 9 1 white : . r . w1 w1 b1 . . .", "E1-F1", "- 9 1 black : . r . . . w2 . . ."},
+        // With an even number of columns D is the centre of six.
+        {"even 6 1 white : r . w1 w1 b1 .", "D1-E1", "- 6 1 black : r . . . w2 ."},
     });
 }
 

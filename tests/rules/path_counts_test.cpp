@@ -100,14 +100,3 @@ TEST(PathCounts, AreThoseOfThePlainRules) {
         }
     }
 }
-
-// The data files are what they look like: read and written again, every line is the same.
-TEST(BoardText, WrittenReadsBackTheSame) {
-    for (const char* file : {"/rules/path_counts.txt", "/../bench/positions.txt"}) {
-        for (const BoardText& board : ReadBoardFile(std::string(TALUREX_TESTS) + file)) {
-            UseBoard(board);
-            const std::string text = WriteBoardText(board.Name, board.Board);
-            EXPECT_TRUE(SamePosition(ReadBoardText(text).Board, board.Board)) << text;
-        }
-    }
-}

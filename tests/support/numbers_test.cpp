@@ -11,17 +11,6 @@ const std::string NINES(200, '9');
 
 }  // namespace
 
-TEST(Numbers, SignMaxAndMin) {
-    EXPECT_EQ(Sign(-7), -1);
-    EXPECT_EQ(Sign(0), 0);
-    EXPECT_EQ(Sign(INT_HIGHEST), 1);
-    EXPECT_EQ(Sign(INT_LOWEST), -1);
-    EXPECT_EQ(Max(INT_LOWEST, INT_HIGHEST), INT_HIGHEST);
-    EXPECT_EQ(Min(INT_LOWEST, INT_HIGHEST), INT_LOWEST);
-    EXPECT_EQ(Max(3, -4), 3);
-    EXPECT_EQ(Min(3, -4), -4);
-}
-
 TEST(Numbers, AreScannedAsPeopleWriteThem) {
     struct Case {
         std::string Text;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <random>
 #include <tuple>
 
@@ -63,6 +64,22 @@ TEST(RandomDeathTest, IsSeededOnce) {
     };
     EXPECT_EXIT(seedTwice(), testing::ExitedWithCode(1),
                 "^InitRandom: error: Only one call of InitRandom is allowed !\n$");
+}
+
+// The second that the clock shows, or the next when it has just moved on.
+TEST(RandomDeathTest, SeedZeroIsTheClock) {
+    const auto drawByTheClock = [] {
+        const std::time_t before = std::time(nullptr);
+        InitRandom(0);
+        const int draw = DrawRandom();
+        bool found = false;
+        for (std::time_t second = before; second <= std::time(nullptr); ++second) {
+            SeedRandom(static_cast<unsigned>(second));
+            found = found || DrawRandom() == draw;
+        }
+        std::_Exit(found ? 0 : 1);
+    };
+    EXPECT_EXIT(drawByTheClock(), testing::ExitedWithCode(0), "");
 }
 
 TEST(FatalDeathTest, EndsWithStatusOneAndItsText) {
