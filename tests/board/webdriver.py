@@ -75,9 +75,13 @@ class Browser:
         def action(step):
             if isinstance(step, str):
                 return {"type": "pointer" + step.title(), "button": 0}
-            return {"type": "pointerMove", "duration": 20, "x": round(step[0]), "y": round(step[1])}
+            return {"type": "pointerMove", "duration": 5, "x": round(step[0]), "y": round(step[1])}
         self.call("POST", "/actions", {"actions": [
             {"type": "pointer", "id": "mouse", "actions": [action(step) for step in steps]}]})
+
+    def tap(self, selector):
+        """A click on the middle of an element, at whatever is on top there."""
+        self.pointer(self.middle(selector), "down", "up")
 
     def middle(self, selector):
         return self.js("(b => [b.x + b.width / 2, b.y + b.height / 2])"

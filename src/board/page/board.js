@@ -7,34 +7,37 @@ import {announce, showLog, showLost, showNote, showPanel, startPanel} from './pa
 import {showTowers} from './towers.js';
 import {showBoard} from './view.js';
 
+const FEW = 4;
+
 let shown = null;   // the last state; null before the first one of a connection
 let heard = [];     // messages that are not looked at yet
 
-// What arrives together is looked at together: of many states only the last one counts. A message
-// channel, and not a timer, because timers of hidden pages are slow.
+// What arrives together is looked at together. A message channel, and not a timer, because timers
+// of hidden pages are slow.
 const later = new MessageChannel();
 later.port1.onmessage = takeMessages;
 
 function takeMessages() {
     const messages = heard;
     heard = [];
-    const states = messages.filter(message => message.type === 'state');
-    if (states.length > 0) {
-        takeState(states.at(-1), states.length === 1);
-    }
-    const logs = messages.filter(message => message.type === 'log');
-    const first = Math.max(0, logs.findLastIndex(message => message.reset));
-    if (logs.length > 0) {
-        showLog(logs.slice(first).map(message => message.text).join(''), logs[first].reset);
-    }
+    takeStates(messages.filter(message => message.type === 'state'));
+    takeLogs(messages.filter(message => message.type === 'log'));
     for (const message of messages.filter(message => message.type === 'error')) {
         giveUp();
         showNote(message.text, false);
     }
 }
 
-function takeState(state, alone) {
-    const next = alone && shown !== null && state.serial === shown.serial + 1;
+// A few states, as those around a move and the answer to it, are shown one after the other; of a
+// rush only the last one counts.
+function takeStates(states) {
+    const rush = states.length > FEW;
+    (rush ? states.slice(-1) : states).forEach(takeState);
+    announce(states.slice(-FEW).map(state => state.announce).filter(Boolean).join('. '));
+}
+
+function takeState(state) {
+    const next = shown !== null && state.serial === shown.serial + 1;
     shown = state;
     document.body.dataset.state = state.state;
     showBoard(state);
@@ -43,6 +46,13 @@ function takeState(state, alone) {
     showPanel(state);
     if (state.state === 'ended') {
         expectEnd();
+    }
+}
+
+function takeLogs(logs) {
+    const first = Math.max(0, logs.findLastIndex(message => message.reset));
+    if (logs.length > 0) {
+        showLog(logs.slice(first).map(message => message.text).join(''), logs[first].reset);
     }
 }
 

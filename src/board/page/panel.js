@@ -62,7 +62,6 @@ export function showPanel(state) {
     document.body.toggleAttribute('data-pass', Boolean(state.mustPass));
     showButtons(state.buttons);
     showSettings(state.settings);
-    announce(state.announce);
     if (state.state === 'ended') {
         showNote(`Talurex has ended (status ${state.exitStatus}).\n${state.message ?? ''}`, true);
     } else {
