@@ -279,4 +279,4 @@ def main(board_program, program):
 
 
 if __name__ == "__main__":
-    sys.exit(main(*sys.argv[1:]))
+    sys.exit(main(*map(os.path.abspath, sys.argv[1:])))

@@ -58,13 +58,16 @@ function takeLogs(logs) {
 
 // Without a connection the board stays to be looked at.
 function takeLoss(refused) {
+    takeMessages();
+    if (shown?.state === 'ended') {
+        return;
+    }
     document.body.dataset.state = 'lost';
     if (shown !== null) {
         const spaces = shown.spaces.map(space => ({...space, targets: [], place: false}));
         showBoard({...shown, spaces});
         handState({...shown, spaces});
     }
-    heard = [];
     shown = null;
     showLost(refused);
 }

@@ -24,12 +24,12 @@ export function connect(heard, lost) {
         }
     };
     own.onclose = event => {
-        if (over || own !== socket) {
+        if (own !== socket) {
             return;
         }
         const refused = event.code === REFUSED;
         lost(refused);
-        if (!refused) {
+        if (!refused && !over) {
             const pause = RETRY_SECONDS[Math.min(tries++, RETRY_SECONDS.length - 1)];
             timer = setTimeout(() => connect(heard, lost), pause * 1000);
         }
