@@ -6,6 +6,7 @@ const MOST_COLUMNS = 15;
 const MOST_ROWS = 9;
 const MOST_LOG = 200000;  // characters that are kept
 const NOTE_SECONDS = 8;
+const QUIET = 150;        // milliseconds
 
 // Buttons that only tell the server their name.
 const PLAIN_BUTTONS = ['undo', 'pass', 'continue', 'first', 'back', 'forward', 'last', 'evaluate',
@@ -23,6 +24,8 @@ let send = null;
 let shown = null;         // the last state
 let wanted = null;        // a button that had the focus when it was switched off
 let noteTimer = 0;
+let titleTimer = 0;
+let logAtEnd = true;      // people have not scrolled away from what is new
 let walkedFrom = null;    // the state that was shown at the last step through the game
 const history = [];
 let place = 0;            // in the history
@@ -46,13 +49,15 @@ export function startPanel(sendMessage, escape) {
     Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
         changeSetting(name)));
     named('line').addEventListener('submit', typed);
+    log.addEventListener('scroll', () =>
+        logAtEnd = log.scrollHeight - log.scrollTop - log.clientHeight < 40);
     document.addEventListener('keydown', event => keyDown(event, escape));
 }
 
 export function showPanel(state) {
     shown = state;
     named('status').textContent = state.status;
-    document.title = `${state.status} – Talurex`;
+    showTitle(state.status);
     named('dot').className = state.toMove;
     named('number').textContent = `Move ${state.move} of ${state.lastMove}`;
     named('white').textContent = state.score.white;
@@ -74,12 +79,18 @@ export function showLost(refused) {
     const text = refused ? 'This is not the address that the board printed'
                          : 'No connection to the board, trying again';
     named('status').textContent = text;
-    document.title = `${text} – Talurex`;
+    showTitle(text);
     showButtons({});
     if (refused) {
         showNote('Open the address that talurex-board printed when it was started: ' +
                  'its last part lets you in, and it is another one at each start.', true);
     }
+}
+
+// The title of the window costs more than all the rest of a move: it waits until things are quiet.
+function showTitle(text) {
+    clearTimeout(titleTimer);
+    titleTimer = setTimeout(() => document.title = `${text} – Talurex`, QUIET);
 }
 
 // Speaks to those who do not see the board; the same text twice would not be spoken.
@@ -103,15 +114,14 @@ export function showNote(text, lasts) {
 }
 
 export function showLog(text, reset) {
-    const atEnd = log.scrollHeight - log.scrollTop - log.clientHeight < 40;
     const all = (reset ? '' : log.textContent) + text;
     if (reset || all.length > 1.5 * MOST_LOG) {
         log.textContent = all.slice(-MOST_LOG);
     } else {
         log.append(text);
     }
-    if (atEnd || reset) {
-        log.scrollTop = log.scrollHeight;
+    if (logAtEnd || reset) {
+        requestAnimationFrame(() => log.scrollTop = log.scrollHeight);
     }
 }
 

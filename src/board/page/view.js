@@ -7,7 +7,7 @@ import {startTowers} from './towers.js';
 const board = document.getElementById('board');
 const LEAST_WIDTH = 6 * WIDTH;  // a small board stays a small one
 const LEAST_HEIGHT = 4 * WIDTH;
-const ARROW = 38;               // from the end of a line to the middle of its target: head and rim
+const ARROW = 37;               // from the end of a line to the middle of its target: head and rim
 
 let spaces = new Map();  // elements by name
 let size = '';
@@ -112,7 +112,7 @@ function viewBox(all) {
 function arrowHeads() {
     return element('defs', {}, ...['last', 'next'].map(kind =>
         element('marker', {id: `head-${kind}`, viewBox: '0 0 10 10', refX: 1, refY: 5,
-                           markerWidth: 15, markerHeight: 15, markerUnits: 'userSpaceOnUse',
+                           markerWidth: 14, markerHeight: 13, markerUnits: 'userSpaceOnUse',
                            orient: 'auto'},
             element('path', {class: `head ${kind}`, d: 'M0 0L10 5L0 10z'}))));
 }
