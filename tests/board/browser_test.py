@@ -24,8 +24,10 @@ MARKS = {"+": ("white", 0), "*": ("white", 1), "#": ("black", 0), "@": ("black",
 PROMPT = re.compile(r"Move \((\d+)/(\d+)\), (your move|game stopped): $")
 BOARD = """Object.fromEntries([...document.querySelectorAll('[data-space]')].map(s =>
     [s.dataset.space, [+s.dataset.height, s.dataset.owner, +s.dataset.life]]))"""
-SETTLED = """document.body.dataset.state === 'waiting' &&
+STATE = """document.body.dataset.state === '%s' &&
     document.querySelector('#number').textContent === arguments[0]"""
+SETTLED = STATE % "waiting"
+THINKING = STATE % "thinking"
 NAMES = "[...document.querySelectorAll(arguments[0])].map(s => s.dataset.space)"
 FOCUS = "document.activeElement.dataset.space"
 TEXT = "document.querySelector(arguments[0]).textContent"
@@ -48,7 +50,8 @@ class Terminal:
         self.moves = prompt[1], prompt[2]
         if " is moving\n" in text:
             drawing = text.rsplit(" is moving\n", 1)[1].split("\n---")[0]
-            self.board = dict(tower for row in enumerate(drawing.split("\n")) for tower in towers(*row))
+            rows = enumerate(drawing.split("\n"))
+            self.board = dict(tower for row in rows for tower in towers(*row))
         return text
 
     def type(self, line):
@@ -190,16 +193,21 @@ def keep(page, terminal):
 
 
 def hurry(page, terminal):
-    """A computer that would think for hours moves when it is told to."""
+    """A computer that would think for hours moves when it is told to; two of them also stop."""
     page.click("#randomsetup option[value='1']")
     press(page, terminal, "#new", "/randomsetup 1", "/stop", "/new")
     page.click("#players option[value='1']")
     page.keys("Escape", *"/level 1000000000", "Enter")
     page.wait("document.querySelector('#level').value === '1000000000'")
     with_clicks(page, page.js(NAMES, "[data-source]")[0])
-    page.wait("document.body.dataset.state === 'thinking' && !document.querySelector('#movenow').disabled")
+    page.wait(THINKING, "Move 1 of 1")
     page.click("#movenow")
     page.wait(SETTLED, "Move 2 of 2")
+    page.click("#players option[value='0']")
+    # Before it thinks, Talurex does not listen: press until it has.
+    page.wait(f"(document.querySelector('#movenow').click(), {SETTLED})", "Move 3 of 3")
+    assert page.js(TEXT, "#status").startswith("Stopped"), page.js(TEXT, "#status")
+    assert page.js(TEXT, "#movenow") == "Stop"
 
 
 def finish(page, board):

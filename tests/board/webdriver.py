@@ -9,6 +9,7 @@ import subprocess
 import time
 import urllib.request
 
+PORT = re.compile(r"successfully on port (\d+)")
 ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
 FLAGS = ["--headless=new", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-sync",
          "--disable-background-networking", "--disable-component-update"]
@@ -30,7 +31,7 @@ class Browser:
         browser, driver = found
         self.driver = subprocess.Popen([driver, "--port=0"], stdout=subprocess.PIPE,
                                        stderr=subprocess.DEVNULL, text=True)
-        port = next(m[1] for line in self.driver.stdout if (m := re.search(r"successfully on port (\d+)", line)))
+        port = next(m[1] for m in map(PORT.search, self.driver.stdout) if m)
         flags = [*FLAGS, f"--user-data-dir={folder}", "--window-size=%d,%d" % size]
         flags += ["--no-sandbox"] if os.geteuid() == 0 else []
         self.root = f"http://127.0.0.1:{port}/session"

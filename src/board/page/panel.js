@@ -1,7 +1,8 @@
 // All around the board: the line on top, the buttons, the settings, the text of the program and
 // the line to type in. What the program prints reaches the page as text and nothing else.
 
-const LEVELS = [0, 250, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000, 500000, 1000000];
+const LEVELS = [0, 250, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000, 500000,
+                1000000];
 const MOST_COLUMNS = 15;
 const MOST_ROWS = 9;
 const MOST_LOG = 200000;  // characters that are kept
@@ -44,8 +45,6 @@ export function startPanel(sendMessage, escape) {
     named('load').addEventListener('click', () => sendStopping(withName('/load')));
     named('boardsize').addEventListener('click', () =>
         sendStopping(`/boardsize ${named('columns').value} ${named('rows').value}`));
-    ['columns', 'rows'].forEach(name => named(name).addEventListener('change', () =>
-        delete named(name).dataset.shown));
     Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
         changeSetting(name)));
     named('line').addEventListener('submit', typed);
@@ -69,8 +68,8 @@ export function showPanel(state) {
     showSettings(state.settings);
     if (state.state === 'ended') {
         showNote(`Talurex has ended (status ${state.exitStatus}).\n${state.message ?? ''}`, true);
-    } else {
-        named('note').hidden ||= named('note').dataset.lasts === '1';
+    } else if (named('note').dataset.lasts === '1') {
+        named('note').hidden = true;
     }
 }
 
@@ -182,8 +181,9 @@ function showSettings(settings) {
         if (control === null || control.dataset.shown === String(value)) {
             continue;
         }
-        if (name === 'level' && ![...control.options].some(o => o.value === String(value))) {
-            control.add(new Option(value, value), LEVELS.findIndex(level => level > value));
+        if (name === 'level' && ![...control.options].some(o => Number(o.value) === value)) {
+            control.add(new Option(value, value),
+                        [...control.options].find(o => Number(o.value) > value) ?? null);
         }
         control.value = value;
         control.dataset.shown = value;

@@ -138,8 +138,9 @@ function slide(spaces, step) {
         return;
     }
     fade(spaces, step.removed);
-    if (!mover && target) {
-        run(pictureOn(step.target).firstChild,
+    const placed = step.source === null ? pictureOn(step.target) : undefined;
+    if (placed) {
+        run(placed.firstChild,
             [{transform: 'translateY(-14px)', opacity: 0}, {transform: 'none', opacity: 1}],
             {duration: SLIDE * 0.7}, settle);
     }
