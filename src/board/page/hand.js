@@ -28,6 +28,7 @@ export function startHand(play, say) {
     board.addEventListener('pointerup', pointerUp);
     board.addEventListener('pointercancel', pointerLost);
     board.addEventListener('lostpointercapture', pointerLost);
+    board.addEventListener('touchstart', touchStart, {passive: false});
     board.addEventListener('pointerleave', () => hover(null));
     board.addEventListener('focusin', event => hover(nameOf(event.target)));
     board.addEventListener('focusout', () => hover(null));
@@ -180,6 +181,13 @@ function pointerDown(event) {
         press.again = false;
     }
     board.setPointerCapture(event.pointerId);
+}
+
+// A finger on a tower that can move drags it; anywhere else it scrolls the page.
+function touchStart(event) {
+    if (press !== null && canPick(press.name)) {
+        event.preventDefault();
+    }
 }
 
 function pointerMove(event) {
