@@ -7,6 +7,7 @@ that a Talurex at the end of a pipe draws for the same lines.
 Ends with status 77 where there is no browser.
 """
 
+import json
 import os
 import random
 import re
@@ -68,12 +69,18 @@ def towers(y, row):
                [int(tower[1]), *MARKS[tower[2]]])
 
 
-def follow(page, terminal, *lines):
-    """Types what was done on the page; then the page has to show what the terminal shows. Tells
-    what the terminal printed last."""
+def type_same(terminal, lines):
+    text = ""
     for line in lines:
         text = terminal.type(line)
         assert "Error" not in text, text
+    return text
+
+
+def follow(page, terminal, *lines):
+    """Types what was done on the page; when that tells of the same move, it has to show the same
+    board. Tells what the terminal printed last."""
+    text = type_same(terminal, lines)
     page.wait(SETTLED, "Move %s of %s" % terminal.moves)
     assert page.js(BOARD) == terminal.board, (lines, page.js(BOARD), terminal.board)
     return text
@@ -146,8 +153,12 @@ def play(page, terminal, ways):
 
 
 def press(page, terminal, button, *lines):
+    """Presses a button, after which another board may bear the number of the one before."""
     page.click(button)
-    return follow(page, terminal, *lines)
+    type_same(terminal, lines)
+    page.wait(f"{SETTLED} && JSON.stringify(Object.entries({BOARD}).sort()) === arguments[1]",
+              "Move %s of %s" % terminal.moves,
+              json.dumps(sorted(terminal.board.items()), separators=(",", ":")))
 
 
 def walk(page, terminal):
@@ -177,7 +188,7 @@ def walk(page, terminal):
 def resize(page, terminal, columns, rows):
     for name, number in [("columns", columns), ("rows", rows)]:
         page.click(f"#{name} option[value='{number}']")
-    return press(page, terminal, "#boardsize", "/stop", f"/boardsize {columns} {rows}")
+    press(page, terminal, "#boardsize", "/stop", f"/boardsize {columns} {rows}")
 
 
 def keep(page, terminal):

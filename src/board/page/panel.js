@@ -57,11 +57,13 @@ export function showPanel(state) {
     shown = state;
     named('status').textContent = state.status;
     showTitle(state.status);
-    named('dot').className = state.toMove;
+    const nothing = state.watching && !state.connected;
+    named('dot').className = nothing || state.gameOver ? '' : state.toMove;
     named('number').textContent = `Move ${state.move} of ${state.lastMove}`;
     named('white').textContent = state.score.white;
     named('black').textContent = state.score.black;
-    named('score').hidden = false;
+    named('number').hidden = nothing;
+    named('score').hidden = nothing;
     document.body.toggleAttribute('data-watching', Boolean(state.watching));
     document.body.toggleAttribute('data-pass', Boolean(state.mustPass));
     showButtons(state.buttons);
