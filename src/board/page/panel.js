@@ -222,7 +222,7 @@ function keyDown(event, escape) {
     if (event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
         return;
     }
-    const field = event.target.closest('input, select, textarea');
+    const field = event.target.closest?.('input, select, textarea');
     if (event.key === 'Escape') {
         escape();
         field?.blur();
