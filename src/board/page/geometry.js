@@ -2,7 +2,7 @@
 // slanted columns' rows: each stands half a space further right than the one above.
 
 export const WIDTH = 64;            // of a space; everything else is measured by it
-export const ROW = 55.4;            // from row to row
+const ROW = 55.4;            // from row to row
 const SIDE = WIDTH / Math.sqrt(3);  // from the centre of a space to its corners
 
 const SVG = 'http://www.w3.org/2000/svg';

@@ -26,6 +26,7 @@ let shown = null;         // the last state
 let wanted = null;        // a button that had the focus when it was switched off
 let noteTimer = 0;
 let titleTimer = 0;
+let logLength = 0;
 let logAtEnd = true;      // people have not scrolled away from what is new
 let walkedFrom = null;    // the state that was shown at the last step through the game
 const history = [];
@@ -115,11 +116,15 @@ export function showNote(text, lasts) {
 }
 
 export function showLog(text, reset) {
-    const all = (reset ? '' : log.textContent) + text;
-    if (reset || all.length > 1.5 * MOST_LOG) {
-        log.textContent = all.slice(-MOST_LOG);
-    } else {
-        log.append(text);
+    if (reset) {
+        log.textContent = '';
+        logLength = 0;
+    }
+    log.append(text);
+    logLength += text.length;
+    if (logLength > 1.5 * MOST_LOG) {
+        log.textContent = log.textContent.slice(-MOST_LOG);
+        logLength = MOST_LOG;
     }
     if (logAtEnd || reset) {
         requestAnimationFrame(() => log.scrollTop = log.scrollHeight);
