@@ -16,6 +16,7 @@ import subprocess
 import sys
 import tempfile
 
+sys.dont_write_bytecode = True  # nothing is left in the source tree
 from webdriver import Browser, find_browser
 
 SETTINGS = "NUM_HUMAN_PLAYERS 2\nCOMPUTER_LEVEL 0\nRANDOM_SEED 11\n"
