@@ -1,5 +1,5 @@
-// Where spaces lie in the picture, and how its elements are made. The rows of the board are
-// slanted columns' rows: each stands half a space further right than the one above.
+// Where spaces lie in the picture, and how its elements are made. Each row stands half a space
+// further right than the one above, as on the terminal.
 
 export const WIDTH = 64;            // of a space; everything else is measured by it
 const ROW = 55.4;            // from row to row
