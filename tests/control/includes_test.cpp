@@ -17,7 +17,7 @@ struct Floor {
     std::string_view Folder;
     std::string_view Knows;
 };
-constexpr std::array<Floor, 8> FLOORS = {{
+constexpr std::array<Floor, 9> FLOORS = {{
     {"support", ""},
     {"config", "support"},
     {"rules", "config support"},
@@ -25,6 +25,7 @@ constexpr std::array<Floor, 8> FLOORS = {{
     {"gamefiles", "rules config support"},
     {"kernel", "rules config support"},
     {"engine", "kernel display rules config support"},
+    {"board", "rules config support"},
     {"control", "engine kernel gamefiles display rules config support"},
 }};
 

@@ -2,77 +2,24 @@
 #include "display/gui_update.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <random>
 #include <sstream>
-#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "board/shown_board.h"
 #include "common/board_text.h"
 #include "common/random_games.h"
 
 namespace {
 
-// A board that is kept from the lines alone, as docs/gui-protocol.md tells a display to.
-struct ShownBoard {
-    Position Board;
-    int MoveNumber = 0;
-    int LastMove = 0;
-};
-
-Space& ShownAt(ShownBoard& shown, int x, int y) {
-    return shown.Board.Spaces.at(static_cast<unsigned>(x)).at(static_cast<unsigned>(y));
-}
-
-// A display leaves out what lies outside its 15 by 9 spaces, or begins on an empty one.
-void Animate(ShownBoard& shown, const std::array<int, 5>& way) {
-    const auto [sx, sy, tx, ty, unused] = way;
-    if (tx < 0 || tx >= MAX_BOARD_X_DIM || ty < 0 || ty >= MAX_BOARD_Y_DIM ||
-        ShownAt(shown, sx, sy).Height == 0) {
-        return;
-    }
-    const Space tower = std::exchange(ShownAt(shown, sx, sy), SpaceWith(EMPTY));
-    Space& target = ShownAt(shown, tx, ty);
-    target = {target.Height + tower.Height, target.Life | tower.Life, tower.Owner};
-}
-
-// Empties what lies outside the rectangle that a whole board has sent.
-void KeepRectangle(ShownBoard& shown, int columns, int rows) {
-    for (int x = 0; x < MAX_BOARD_X_DIM; ++x) {
-        for (int y = 0; y < MAX_BOARD_Y_DIM; ++y) {
-            if (x >= columns || y >= rows) {
-                shown.Board.Spaces[x][y] = SpaceWith(EMPTY);
-            }
-        }
-    }
-}
-
 void ApplyUpdate(ShownBoard& shown, const std::string& update) {
-    const int before = shown.MoveNumber;
-    Place last = {-1, -1};  // of the spaces
     std::istringstream lines(update);
     for (std::string line; std::getline(lines, line);) {
-        std::array<int, 5> numbers{};
-        std::istringstream text(line.substr(1));
-        for (int& number : numbers) {
-            text >> number;
-        }
-        const auto [x, y, height, owner, life] = numbers;
-        if (line[0] == 'C') {
-            KeepRectangle(shown, 0, 0);
-        } else if (line[0] == 'M') {
-            Animate(shown, numbers);
-        } else if (line[0] == 'S') {
-            ShownAt(shown, x, y) = {height, life, owner};
-            last = {x, y};
-        } else if (line[0] == 'T') {
-            std::sscanf(line.c_str(), "TMove (%i/%i)", &shown.MoveNumber, &shown.LastMove);
-        }
-    }
-    if (last.Column != -1 && shown.MoveNumber != before + 1) {
-        KeepRectangle(shown, last.Column + 1, last.Row + 1);
+        EXPECT_EQ(TakeDisplayLine(shown, line),
+                  line == "D" ? DisplayLine::Done : DisplayLine::Taken)
+            << line;
     }
 }
 
@@ -88,12 +35,12 @@ struct Walk {
     void ShowAndCompare(int n) {
         const std::string update = UpdateText(Mirror, *Record, n);
         ApplyUpdate(Shown, update);
-        NumAnimations += update.find("\nM ") != std::string::npos ? 1 : 0;
+        NumAnimations += Shown.Animated ? 1 : 0;
         EXPECT_EQ(Shown.MoveNumber, n);
         EXPECT_EQ(Shown.LastMove, Record->LastMove);
         for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
             for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
-                ASSERT_EQ(Record->PositionList[n].Spaces[x][y], Shown.Board.Spaces[x][y])
+                ASSERT_EQ(Record->PositionList[n].Spaces[x][y], Shown.Spaces[x][y])
                     << x << ' ' << y << '\n'
                     << update;
             }

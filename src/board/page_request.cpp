@@ -1,0 +1,78 @@
+#include "board/page_request.h"
+
+#include <algorithm>
+#include <array>
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using nlohmann::json;
+
+// What each button types. A move is passed by the move command while the game is stopped.
+struct Button {
+    std::string_view Name;
+    RequestKind Kind;
+    const char* Text;
+};
+constexpr std::array BUTTONS = {
+    Button{"undo", RequestKind::Line, "/undo"},
+    Button{"back", RequestKind::Line, "/back"},
+    Button{"forward", RequestKind::Line, "/forward"},
+    Button{"first", RequestKind::Line, "/back 1000"},
+    Button{"last", RequestKind::Line, "/forward 1000"},
+    Button{"continue", RequestKind::Line, "/cont"},
+    Button{"pass", RequestKind::Move, "pass"},
+    Button{"evaluate", RequestKind::Line, "/evaluate"},
+    Button{"movenow", RequestKind::MoveNow, ""},
+};
+
+// The text of a member; empty when there is none.
+std::string TextMember(const json& message, const char* name) {
+    const auto member = message.find(name);
+    return member != message.end() && member->is_string() ? member->get<std::string>() : "";
+}
+
+bool IsMove(std::string_view text) {
+    constexpr std::size_t MAX_MOVE_LENGTH = 8;
+    return !text.empty() && text.size() <= MAX_MOVE_LENGTH &&
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                      c == '-';
+           });
+}
+
+PageRequest ButtonRequest(std::string_view name) {
+    for (const Button& button : BUTTONS) {
+        if (name == button.Name) {
+            return {button.Kind, button.Text};
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+PageRequest ReadPageRequest(std::string_view text) {
+    const json message = json::parse(text, nullptr, false);
+    if (!message.is_object()) {
+        return {};
+    }
+    if (message.contains("token")) {
+        return {RequestKind::Token, TextMember(message, "token")};
+    }
+    if (message.contains("button")) {
+        return ButtonRequest(TextMember(message, "button"));
+    }
+    if (message.contains("move")) {
+        const std::string move = TextMember(message, "move");
+        return IsMove(move) ? PageRequest{RequestKind::Move, move} : PageRequest{};
+    }
+    const auto line = message.find("line");
+    if (line == message.end() || !line->is_string()) {
+        return {};
+    }
+    const auto stop = message.find("stop");
+    const bool replaces = stop != message.end() && stop->is_boolean() && stop->get<bool>();
+    return {replaces ? RequestKind::Replace : RequestKind::Line, line->get<std::string>()};
+}

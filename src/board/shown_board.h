@@ -1,0 +1,54 @@
+// The display link read into a board, line by line, as docs/gui-protocol.md tells a display to.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "rules/position.h"
+
+// A step to highlight or to animate. A placement has no source, and nothing has no target either:
+// both are then (-1, -1).
+struct FromTo {
+    Place Source = {-1, -1};
+    Place Target = {-1, -1};
+};
+
+[[nodiscard]] constexpr bool IsSomewhere(Place place) {
+    return place.Column >= 0;
+}
+
+using SpaceArray = std::array<std::array<Space, MAX_BOARD_Y_DIM>, MAX_BOARD_X_DIM>;
+
+// An array of empty spaces.
+[[nodiscard]] SpaceArray NoStones();
+
+struct ShownBoard {
+    SpaceArray Spaces = NoStones();  // indexed [column][row]
+    // The rectangle that the latest update with all spaces made up; 0 before the first.
+    int Columns = 0;
+    int Rows = 0;
+    int MoveNumber = 0;
+    int LastMove = 0;
+    std::string Status;  // the rest of the status line: "WHITE is moving"
+    FromTo Last;
+    FromTo Next;
+
+    // How the latest update changed the board.
+    bool Whole = false;              // it sent all spaces
+    bool OneStep = false;            // its number is one higher than that of the update before
+    std::optional<FromTo> Animated;  // its M line
+    int NumSpaces = 0;               // its S lines
+    Place FirstSpace = {-1, -1};
+    Place LastSpace = {-1, -1};
+
+    bool Begun = false;  // an update has begun and is not done
+};
+
+enum class DisplayLine { Taken, Done, Farewell, Faulty };
+
+// Takes one line, without its line feed, over into the board. Answers Done behind the last line of
+// an update, Farewell when Talurex parts, and Faulty when the line is none of the protocol or names
+// what cannot be; it then changes nothing.
+[[nodiscard]] DisplayLine TakeDisplayLine(ShownBoard& board, std::string_view line);
