@@ -77,6 +77,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
     if (StopOnRequest()) {
         return;
     }
+    std::fflush(stdout);  // who reads a pipe sees each move as it is made, and not behind the answer
     SearchEffort effort = {.Depth = state.SearchDepth,
                            .Budget = SearchBudget(GlobCfg.ComputerLevel),
                            .CanBeHurried = true};
@@ -97,7 +98,6 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
         PrintStatus(state.Record.PositionList[state.CurrentMove], state.SearchDepth);
     }
     StopAtEnd(state);
-    std::fflush(stdout);  // who reads a pipe sees each move of a game without people as it is made
     StopOnRequest();
     DropRequests(HURRY_REQUESTS);  // they were for this turn
 }

@@ -16,24 +16,42 @@ namespace {
 constexpr int SELF_PLAY_DEPTH = 1;
 constexpr int BATTLE_PAIRS = 50;
 
-// The fields that tuning changes, in the order of the record, as its lines name them.
-constexpr std::array<const char*, 16> TUNABLE_NAMES = {
-    "Towers[0][0]=",    "Towers[0][1]=",    "Towers[1][0]=",     "Towers[1][1]=",
-    "Moves[0][0] =",    "Moves[0][1] =",    "Moves[1][0] =",     "Moves[1][1] =",
-    "Score[0][0] =",    "Score[0][1] =",    "Score[1][0] =",     "Score[1][1] =",
-    "MovesToLife[0] =", "MovesToLife[1] =", "MovesToEnemy[0] =", "MovesToEnemy[1] =",
+// A field that tuning changes: how its line names it, and where it stands. It belongs to a group of
+// two indices or, where that is null, to one of one index.
+struct TunableField {
+    const char* Label;
+    EvalWeights::ByFreeAndLife EvalWeights::*ByFreeAndLife;
+    EvalWeights::ByFree EvalWeights::*ByFree;
+    int Free;
+    int Life;
 };
-constexpr int NUM_TUNABLE = static_cast<int>(TUNABLE_NAMES.size());
-using TunableValues = std::array<double, NUM_TUNABLE>;
 
-double& Tunable(EvalWeights& weights, int i) {
-    const int group = i / 4;
-    if (group == 3) {
-        return i % 4 < 2 ? weights.MovesToLife[i % 2] : weights.MovesToEnemy[i % 2];
-    }
-    const std::array<EvalWeights::ByFreeAndLife*, 3> groups = {&weights.Towers, &weights.Moves,
-                                                               &weights.Score};
-    return (*groups[group])[i / 2 % 2][i % 2];
+// In the order of the record.
+// clang-format off
+constexpr std::array TUNABLE_FIELDS = {
+    TunableField{"Towers[0][0]=", &EvalWeights::Towers, nullptr, 0, 0},
+    TunableField{"Towers[0][1]=", &EvalWeights::Towers, nullptr, 0, 1},
+    TunableField{"Towers[1][0]=", &EvalWeights::Towers, nullptr, 1, 0},
+    TunableField{"Towers[1][1]=", &EvalWeights::Towers, nullptr, 1, 1},
+    TunableField{"Moves[0][0] =", &EvalWeights::Moves, nullptr, 0, 0},
+    TunableField{"Moves[0][1] =", &EvalWeights::Moves, nullptr, 0, 1},
+    TunableField{"Moves[1][0] =", &EvalWeights::Moves, nullptr, 1, 0},
+    TunableField{"Moves[1][1] =", &EvalWeights::Moves, nullptr, 1, 1},
+    TunableField{"Score[0][0] =", &EvalWeights::Score, nullptr, 0, 0},
+    TunableField{"Score[0][1] =", &EvalWeights::Score, nullptr, 0, 1},
+    TunableField{"Score[1][0] =", &EvalWeights::Score, nullptr, 1, 0},
+    TunableField{"Score[1][1] =", &EvalWeights::Score, nullptr, 1, 1},
+    TunableField{"MovesToLife[0] =", nullptr, &EvalWeights::MovesToLife, 0, 0},
+    TunableField{"MovesToLife[1] =", nullptr, &EvalWeights::MovesToLife, 1, 0},
+    TunableField{"MovesToEnemy[0] =", nullptr, &EvalWeights::MovesToEnemy, 0, 0},
+    TunableField{"MovesToEnemy[1] =", nullptr, &EvalWeights::MovesToEnemy, 1, 0},
+};
+// clang-format on
+using TunableValues = std::array<double, TUNABLE_FIELDS.size()>;
+
+double& Tunable(EvalWeights& weights, const TunableField& field) {
+    return field.ByFreeAndLife != nullptr ? (weights.*field.ByFreeAndLife)[field.Free][field.Life]
+                                          : (weights.*field.ByFree)[field.Free];
 }
 
 constexpr TunableValues MATCH_PLAYER_1 = {1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
@@ -50,8 +68,8 @@ constexpr TunableValues TUNING_REFERENCE = {1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1
 EvalWeights BuiltInWeights(const TunableValues& values) {
     EvalWeights weights;
     SetLevel(FULL_STRENGTH_LEVEL, weights);
-    for (int i = 0; i < NUM_TUNABLE; ++i) {
-        Tunable(weights, i) = values[i];
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        Tunable(weights, TUNABLE_FIELDS[i]) = values[i];
     }
     return weights;
 }
@@ -66,24 +84,22 @@ EvalWeights BuiltInWeights(const TunableValues& values) {
 
 // Plays one game from `start` and answers the final stone lead of the beginner, who plays WHITE.
 int PlayGame(const ABWeightPair& players, int beginner, const Position& start, int depth) {
-    std::array<Position, 2> slots = {start, start};
-    int slot = beginner;    // where the position to move in stands
-    int player = beginner;  // who moves in it
+    Position position = start;
+    Position next;
     Move move;
-    while (!IsEndPosition(slots[slot])) {
-        const int other = 1 - slot;
+    int player = beginner;
+    while (!IsEndPosition(position)) {
         SearchEffort effort = {.Depth = depth};
-        MakeComputerTurn(slots[slot], effort, players[player], slots[other], move);
+        MakeComputerTurn(position, effort, players[player], next, move);
         // The side that makes the last placement may also make the first move.
-        if (slots[other].ActivePlayer != slots[slot].ActivePlayer) {
+        if (next.ActivePlayer != position.ActivePlayer) {
             player = 1 - player;
         }
-        slot = other;
+        position = next;
     }
-    Position& end = slots[slot];
-    end.ActivePlayer = WHITE;
-    EvaluatePosition(end, players[slot]);  // whose weights do not matter: the stones are counted
-    return static_cast<int>(end.Value) / 1000;
+    position.ActivePlayer = WHITE;
+    EvaluatePosition(position, players[player]);  // whose weights do not matter: stones are counted
+    return static_cast<int>(position.Value) / 1000;
 }
 
 // Takes in a game that ended with the given lead of the beginner.
@@ -132,8 +148,8 @@ EvalWeights MakeCandidate(const EvalWeights& best, const Mutation& mutation) {
     constexpr double LEAST_SUM = 0.00001;
     EvalWeights candidate = best;
     double sum = 0.0;
-    for (int i = 0; i < NUM_TUNABLE; ++i) {
-        double& weight = Tunable(candidate, i);
+    for (const TunableField& field : TUNABLE_FIELDS) {
+        double& weight = Tunable(candidate, field);
         if (RandomReal() < mutation.Probability) {
             weight = weight + (1 - 2 * RandomReal()) * mutation.Intensity;
         }
@@ -146,8 +162,8 @@ EvalWeights MakeCandidate(const EvalWeights& best, const Mutation& mutation) {
         PrintAndFlush("WARNING !!! TmpSum has value: %f !\n", sum);
         sum = LEAST_SUM;
     }
-    for (int i = 0; i < NUM_TUNABLE; ++i) {
-        Tunable(candidate, i) /= sum;
+    for (const TunableField& field : TUNABLE_FIELDS) {
+        Tunable(candidate, field) /= sum;
     }
     return candidate;
 }
@@ -167,12 +183,40 @@ bool CandidateWins(const ABWeightPair& players, int numPairs, int margin, int de
     return !isLost && result.MatchPoints < 2 * numPairs;
 }
 
-void PrintNewBest(EvalWeights& best) {
+void PrintNewBest(EvalWeights best) {
     PrintAndFlush("New best weights\n");
-    for (int i = 0; i < NUM_TUNABLE; ++i) {
-        PrintAndFlush("ABWeights[1].%s %f;\n", TUNABLE_NAMES[i], Tunable(best, i));
+    for (const TunableField& field : TUNABLE_FIELDS) {
+        PrintAndFlush("ABWeights[1].%s %f;\n", field.Label, Tunable(best, field));
     }
     PrintAndFlush("------------------------------------------------------------------------\n");
+}
+
+// What a tuning run carries from cycle to cycle.
+struct Tuning {
+    EvalWeights Best;
+    Mutation Steps;
+    int NumCycles = 0;
+};
+
+// One generation: a candidate plays against the best set and takes its place if it wins.
+void RunCycle(Tuning& tuning, int numPairs, int margin, int depth) {
+    constexpr int CYCLES_PER_NOTE = 100;
+    tuning.Steps.Decay();
+    PrintAndFlush("evol-pars: MP:%f, MI:%f, IP:%f\n", tuning.Steps.Probability,
+                  tuning.Steps.Intensity, tuning.Steps.InversionProbability);
+    ++tuning.NumCycles;
+    if (tuning.NumCycles % CYCLES_PER_NOTE == 0) {
+        PrintAndFlush("cycle: %i\n", tuning.NumCycles);
+    }
+    const EvalWeights candidate = MakeCandidate(tuning.Best, tuning.Steps);
+    MatchResult result;
+    if (!CandidateWins({tuning.Best, candidate}, numPairs, margin, depth, result)) {
+        return;
+    }
+    tuning.Best = candidate;
+    PrintResult("", result, numPairs);
+    AutoBattle({BuiltInWeights(TUNING_REFERENCE), tuning.Best}, BATTLE_PAIRS, SELF_PLAY_DEPTH);
+    PrintNewBest(tuning.Best);
 }
 
 }  // namespace
@@ -201,23 +245,9 @@ void AutoBattle(const ABWeightPair& players, int numPairs, int depth) {
 }
 
 void AutoOptimize(const EvalWeights& start, int numPairs, int margin, int depth) {
-    EvalWeights best = start;
-    Mutation mutation;
-    for (int cycle = 1;; ++cycle) {
-        mutation.Decay();
-        PrintAndFlush("evol-pars: MP:%f, MI:%f, IP:%f\n", mutation.Probability, mutation.Intensity,
-                      mutation.InversionProbability);
-        if (cycle % 100 == 0) {
-            PrintAndFlush("cycle: %i\n", cycle);
-        }
-        const EvalWeights candidate = MakeCandidate(best, mutation);
-        MatchResult result;
-        if (!CandidateWins({best, candidate}, numPairs, margin, depth, result)) {
-            continue;
-        }
-        best = candidate;
-        PrintResult("", result, numPairs);
-        AutoBattle({BuiltInWeights(TUNING_REFERENCE), best}, BATTLE_PAIRS, SELF_PLAY_DEPTH);
-        PrintNewBest(best);
+    Tuning tuning;
+    tuning.Best = start;
+    while (true) {
+        RunCycle(tuning, numPairs, margin, depth);
     }
 }

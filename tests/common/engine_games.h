@@ -41,14 +41,11 @@ template <typename Look>
 void WalkGame(std::mt19937& random, Position position, Look look) {
     while (!IsEndPosition(position)) {
         const Position parent = position;
-        MoveArray moves;
-        const int numMoves = GetPossibleMoves(parent, moves);
-        if (numMoves == 0) {
-            DoPass(parent, position);
-            continue;
+        if (GetNumMoves(parent) != 0) {
+            look(parent);
         }
-        look(parent);
-        DoMove(parent, moves[RandomBelow(random, numMoves)], position);
+        Move move;
+        MakeRandomPly(random, parent, move, position);
     }
 }
 

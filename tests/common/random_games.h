@@ -28,11 +28,9 @@ inline void FillBoardAtRandom(std::mt19937& random, Position& position) {
     }
 }
 
-// Plays one random ply, a pass where there is no move, in the last position of the record.
-inline void PlayRandomPly(std::mt19937& random, GameRecord& record) {
-    const Position& position = record.PositionList[record.LastMove];
-    Position& next = record.PositionList[record.LastMove + 1];
-    Move& move = record.MoveList[record.LastMove];
+// Makes a random ply in `position`, a pass where there is no move.
+inline void MakeRandomPly(std::mt19937& random, const Position& position, Move& move,
+                          Position& next) {
     move = {};
     if (position.SetupPhase != 0) {
         do {
@@ -41,19 +39,22 @@ inline void PlayRandomPly(std::mt19937& random, GameRecord& record) {
         } while (!IsOnBoard(move.Column, move.Row) ||
                  position.Spaces[move.Column][move.Row].Owner != EMPTY);
         DoSetupMove(position, move, next);
-    } else {
-        MoveArray moves;
-        const int numMoves = GetPossibleMoves(position, moves);
-        if (numMoves == 0) {
-            move.Kind = MOVE_PASS;
-            DoPass(position, next);
-        } else {
-            move = moves[static_cast<unsigned>(RandomBelow(random, numMoves))];
-            move.Kind = MOVE_TOWER;
-            DoMove(position, move, next);
-        }
+        return;
     }
-    ++record.LastMove;
+    MoveArray moves;
+    const int numMoves = GetPossibleMoves(position, moves);
+    if (numMoves == 0) {
+        DoPass(position, next);
+    } else {
+        move = moves[RandomBelow(random, numMoves)];
+        DoMove(position, move, next);
+    }
+}
+
+// The same in the last position of the record.
+inline void PlayRandomPly(std::mt19937& random, GameRecord& record) {
+    const int n = record.LastMove++;
+    MakeRandomPly(random, record.PositionList[n], record.MoveList[n], record.PositionList[n + 1]);
 }
 
 // Plays on from PositionList[0] to the end of the game, but no further than ply `maxPlies`.

@@ -7,6 +7,7 @@
 
 #include "common/run_program.h"
 #include "config/config_file.h"
+#include "config/glob_cfg.h"
 #include "config/options.h"
 
 namespace {
@@ -30,6 +31,16 @@ TEST(DocumentsTest, ManPageKnowsEveryOptionAndKey) {
     for (const ConfigKey& key : CONFIG_KEYS) {
         EXPECT_NE(page.find(std::string(".B ") + key.Name + "\n"), std::string::npos) << key.Name;
     }
+}
+
+TEST(DocumentsTest, ManPageAndChangesNameTheVersion) {
+    const std::string version = TALUREX_VERSION;
+    const std::string page = ReadFile(TALUREX_SOURCE_DIR "/docs/talurex.6");
+    EXPECT_EQ(page.substr(0, page.find('\n')), std::string(".TH TALUREX 6 ") +
+                                                   TALUREX_VERSION_DATE + " \"Talurex " + version +
+                                                   "\" Games");
+    const std::string changes = ReadFile(TALUREX_SOURCE_DIR "/CHANGELOG.md");
+    EXPECT_NE(changes.find("\n## " + version + "\n"), std::string::npos);
 }
 
 // The program itself lists its commands, as "/load, /save, ...".

@@ -21,7 +21,7 @@ TEST(Referee, RefusesDirectionsThatAreNone) {
     const BoardText board = ReadBoardText("refuse 3 1 white : w1 r .");
     UseBoard(board);
     for (const int direction : {-1, NUM_DIRECTIONS}) {
-        const Move move = {.Kind = MOVE_TOWER, .Column = 0, .Row = 0, .Direction = direction};
+        const Move move = {.Column = 0, .Row = 0, .Direction = direction};
         EXPECT_EQ(StdoutOf([&] { EXPECT_FALSE(MoveIsOk(board.Board, move, 1)); }),
                   "Error: Move direction has an illegal value!\n");
     }
