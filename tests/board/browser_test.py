@@ -1,0 +1,302 @@
+#!/usr/bin/env python3
+"""Plays on the page of talurex-board in a real browser, and compares the board there with the one
+that a Talurex at the end of a pipe draws for the same lines.
+
+    browser_test.py TALUREX_BOARD TALUREX
+
+Ends with status 77 where there is no browser.
+"""
+
+import json
+import os
+import random
+import re
+import socket
+import subprocess
+import sys
+import tempfile
+
+sys.dont_write_bytecode = True  # nothing is left in the source tree
+from webdriver import Browser, find_browser
+
+SETTINGS = "NUM_HUMAN_PLAYERS 2\nCOMPUTER_LEVEL 0\nRANDOM_SEED 11\n"
+SKIPPED = 77
+MARKS = {"+": ("white", 0), "*": ("white", 1), "#": ("black", 0), "@": ("black", 1),
+         "%": ("life", 1), ".": ("empty", 0)}
+PROMPT = re.compile(r"Move \((\d+)/(\d+)\), (your move|game stopped): $")
+BOARD = """Object.fromEntries([...document.querySelectorAll('[data-space]')].map(s =>
+    [s.dataset.space, [+s.dataset.height, s.dataset.owner, +s.dataset.life]]))"""
+STATE = """document.body.dataset.state === '%s' &&
+    document.querySelector('#number').textContent === arguments[0]"""
+SETTLED = STATE % "waiting"
+THINKING = STATE % "thinking"
+NAMES = "[...document.querySelectorAll(arguments[0])].map(s => s.dataset.space)"
+FOCUS = "document.activeElement.dataset.space"
+TEXT = "document.querySelector(arguments[0]).textContent"
+
+
+class Terminal:
+    """A Talurex at the end of a pipe: what people would see in the terminal."""
+
+    def __init__(self, program, folder):
+        self.process = subprocess.Popen([program], cwd=folder, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.read()
+
+    def read(self):
+        text = ""
+        while not (prompt := PROMPT.search(text)):
+            piece = os.read(self.process.stdout.fileno(), 65536)
+            assert piece, "Talurex has ended: " + text
+            text += re.sub("\x1b\\[[0-9;]*m", "", piece.decode())
+        self.moves = prompt[1], prompt[2]
+        if " is moving\n" in text:
+            drawing = text.rsplit(" is moving\n", 1)[1].split("\n---")[0]
+            rows = enumerate(drawing.split("\n"))
+            self.board = dict(tower for row in rows for tower in towers(*row))
+        return text
+
+    def type(self, line):
+        self.process.stdin.write(line.encode() + b"\n")
+        self.process.stdin.flush()
+        return self.read()
+
+
+def towers(y, row):
+    """The towers of a row as the terminal draws it: two columns further right than the one above,
+    four columns for each space."""
+    for tower in re.finditer(r"(\d+)([-+*#@%.])", row):
+        yield (chr(65 + (tower.end() - 4 - 2 * y) // 4) + row[0],
+               [int(tower[1]), *MARKS[tower[2]]])
+
+
+def type_same(terminal, lines):
+    text = ""
+    for line in lines:
+        text = terminal.type(line)
+        assert "Error" not in text, text
+    return text
+
+
+def follow(page, terminal, *lines):
+    """Types what was done on the page; when that tells of the same move, it has to show the same
+    board. Tells what the terminal printed last."""
+    text = type_same(terminal, lines)
+    page.wait(SETTLED, "Move %s of %s" % terminal.moves)
+    assert page.js(BOARD) == terminal.board, (lines, page.js(BOARD), terminal.board)
+    return text
+
+
+def tile(name):
+    return f"[data-space={name}] .tile"
+
+
+def with_clicks(page, source):
+    """Places or moves, and tells the line that does the same."""
+    page.tap(tile(source))
+    targets = page.js(NAMES, "[data-target]")
+    if not targets:
+        return source
+    target = random.choice(targets)
+    page.tap(tile(target))
+    return f"{source}-{target}"
+
+
+def with_drags(page, source):
+    start = page.middle(tile(source))
+    page.tap(tile(source))
+    targets = page.js(NAMES, "[data-target]")
+    page.keys("Escape")
+    assert targets and not page.js(NAMES, "[data-target]"), "Escape puts a tower back"
+    target = random.choice(targets)
+    page.pointer(start, "down", (start[0] + 9, start[1]), page.middle(tile(target)), "up")
+    return f"{source}-{target}"
+
+
+def tab_to(page, name):
+    for _ in range(200):
+        if page.js(FOCUS) == name:
+            return
+        page.keys("Tab")
+    raise AssertionError(f"Tab does not lead to {name}")
+
+
+def with_keys(page, source):
+    tab_to(page, source)
+    page.keys("Enter")
+    targets = page.js(NAMES, "[data-target]")
+    if not targets:
+        return source
+    target = random.choice(targets)
+    tab_to(page, target)
+    page.keys("Enter")
+    return f"{source}-{target}"
+
+
+def play(page, terminal, ways):
+    """Plays a game to its end with moves taken by chance, each made in one of these ways."""
+    text = ""
+    while "The game ended" not in text:
+        sources = page.js(NAMES, "[data-source]")
+        if not sources:
+            page.click("#pass")
+            text = follow(page, terminal, "")
+            continue
+        setup = page.js(NAMES, "[data-place]")
+        way = ways[0] if setup else random.choice(ways)
+        line = way(page, random.choice(sources))
+        text = follow(page, terminal, line)
+        assert page.js(NAMES, "[data-last=target]") == [line[-2:]], line
+    white, black = re.search(r"The game ended (\d+):(\d+)", text).groups()
+    assert (page.js(TEXT, "#white"), page.js(TEXT, "#black")) == (white, black), text
+    page.wait(f"{TEXT}.includes('The game ended {white}:{black}')", "#log")
+    assert "\x1b" not in page.js(TEXT, "#log") and " is moving" not in page.js(TEXT, "#log")
+
+
+def press(page, terminal, button, *lines):
+    """Presses a button, after which another board may bear the number of the one before."""
+    page.click(button)
+    type_same(terminal, lines)
+    page.wait(f"{SETTLED} && JSON.stringify(Object.entries({BOARD}).sort()) === arguments[1]",
+              "Move %s of %s" % terminal.moves,
+              json.dumps(sorted(terminal.board.items()), separators=(",", ":")))
+
+
+def walk(page, terminal):
+    """Back and forth through the game that has been played, with buttons, keys and two tabs."""
+    press(page, terminal, "#undo", "/undo")
+    press(page, terminal, "#back", "/back")
+    page.js("document.activeElement.blur()")
+    for key, line in [("Left", "/back"), ("Right", "/forward"), ("Home", "/back 1000"),
+                      ("End", "/forward 1000")]:
+        page.keys(key)
+        follow(page, terminal, line)
+    press(page, terminal, "#first", "/back 1000")
+    page.call("POST", "/refresh")
+    follow(page, terminal, "/redraw")
+    first = page.call("GET", "/window")
+    second = page.call("POST", "/window/new", {"type": "tab"})["handle"]
+    url = page.js("location.href")
+    page.call("POST", "/window", {"handle": second})
+    page.go(url)
+    follow(page, terminal, "/redraw")
+    press(page, terminal, "#last", "/forward 1000")
+    page.call("DELETE", "/window")
+    page.call("POST", "/window", {"handle": first})
+    follow(page, terminal, "/redraw")
+
+
+def resize(page, terminal, columns, rows):
+    for name, number in [("columns", columns), ("rows", rows)]:
+        page.click(f"#{name} option[value='{number}']")
+    press(page, terminal, "#boardsize", "/stop", f"/boardsize {columns} {rows}")
+
+
+def keep(page, terminal):
+    """Saves a game, begins another one and loads it again; with markup in what is printed."""
+    page.type("#filename", "kept")
+    press(page, terminal, "#save", "/save kept")
+    page.wait(f"{TEXT}.includes('kept.tlx')", "#log")
+    press(page, terminal, "#new", "/stop", "/new")
+    press(page, terminal, "#load", "/stop", "/load kept")
+    page.type("#command", "/load <img/src=x>" + "\ue007")
+    page.wait(f"{TEXT}.includes('<img/src=x>')", "#log")
+    follow(page, terminal, "/redraw")
+
+
+def hurry(page, terminal):
+    """A computer that would think for hours moves when it is told to; two of them also stop."""
+    page.click("#randomsetup option[value='1']")
+    press(page, terminal, "#new", "/randomsetup 1", "/stop", "/new")
+    page.click("#players option[value='1']")
+    page.keys("Escape", *"/level 1000000000", "Enter")
+    page.wait("document.querySelector('#level').value === '1000000000'")
+    with_clicks(page, page.js(NAMES, "[data-source]")[0])
+    page.wait(THINKING, "Move 1 of 1")
+    page.click("#movenow")
+    page.wait(SETTLED, "Move 2 of 2")
+    page.click("#players option[value='0']")
+    # Before it thinks, Talurex does not listen: press until it has.
+    page.wait(f"(document.querySelector('#movenow').click(), {SETTLED})", "Move 3 of 3")
+    assert page.js(TEXT, "#status").startswith("Stopped"), page.js(TEXT, "#status")
+    assert page.js(TEXT, "#movenow") == "Stop"
+
+
+def finish(page, board):
+    page.type("#command", "/stop\ue007quit\ue007")
+    page.wait("document.body.dataset.state === 'ended'")
+    assert "See you" in page.js(TEXT, "#note"), page.js(TEXT, "#note")
+    assert board.wait(10) == 0
+
+
+def ask(port, *headers, path="/"):
+    """The answer to a request with these headers."""
+    with socket.create_connection(("127.0.0.1", port), 10) as peer:
+        peer.sendall("\r\n".join([f"GET {path} HTTP/1.1", *headers, "", ""]).encode())
+        return peer.recv(4096).decode("latin-1")
+
+
+def strangers(page, port, url):
+    """Nobody comes in from elsewhere."""
+    here = f"127.0.0.1:{port}"
+    upgrade = ["Connection: Upgrade", "Upgrade: websocket", "Sec-WebSocket-Version: 13",
+               "Sec-WebSocket-Key: MDEyMzQ1Njc4OWFiY2RlZg==", f"Host: {here}"]
+    assert "default-src 'none'" in ask(port, f"Host: {here}")
+    for host in ["evil.example", f"evil.example:{port}", "127.0.0.1", ""]:
+        assert " 403 " in ask(port, f"Host: {host}"), host
+        assert " 403 " in ask(port, f"Host: {host}", path="/board.js"), host
+    assert " 101 " in ask(port, *upgrade, f"Origin: http://{here}", path="/live")
+    for origin in ["http://evil.example", f"https://{here}", "null", ""]:
+        assert " 101 " not in ask(port, *upgrade, f"Origin: {origin}", path="/live"), origin
+    assert " 101 " not in ask(port, *upgrade, path="/live"), "no origin"
+    page.go(url.split("#")[0] + "#" + "0" * 32)
+    page.wait(f"{TEXT}.includes('not the address')", "#status")
+    assert page.js(BOARD) == {} and page.js("document.body.dataset.state") == "lost"
+
+
+def main(board_program, program):
+    found = find_browser()
+    if not found:
+        print("Skipped: there is no chromium with its chromedriver.")
+        return SKIPPED
+    random.seed(3)
+    with tempfile.TemporaryDirectory() as scratch:
+        folders = [os.path.join(scratch, name) for name in ("board", "terminal", "profile")]
+        for folder in folders:
+            os.mkdir(folder)
+            with open(os.path.join(folder, "talurex.cfg"), "w", encoding="utf-8") as file:
+                file.write(SETTINGS)
+        board = subprocess.Popen([board_program, "--no-open"], cwd=folders[0], text=True,
+                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+        terminal = Terminal(program, folders[1])
+        page = Browser(found, folders[2])
+        try:
+            address = re.fullmatch(r"Board: (http://127\.0\.0\.1:(\d+)/#\S+)\n",
+                                   board.stdout.readline())
+            strangers(page, int(address[2]), address[1])
+            page.go("about:blank")
+            page.go(address[1])
+            follow(page, terminal, "/redraw")
+            play(page, terminal, [with_clicks, with_clicks, with_drags])
+            walk(page, terminal)
+            resize(page, terminal, 5, 3)
+            play(page, terminal, [with_keys])
+            keep(page, terminal)
+            resize(page, terminal, 15, 9)
+            resize(page, terminal, 1, 1)
+            resize(page, terminal, 7, 4)
+            hurry(page, terminal)
+            finish(page, board)
+            complaints = [text for text in page.complaints() if "WebSocket" not in text]
+            assert not complaints, complaints
+        finally:
+            page.close()
+            terminal.process.kill()
+            board.terminate()
+            board.wait(20)
+    print("The browser and the terminal agree.")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*map(os.path.abspath, sys.argv[1:])))

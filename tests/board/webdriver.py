@@ -1,0 +1,116 @@
+"""A headless Chromium driven through chromedriver: WebDriver is JSON over HTTP."""
+
+import base64
+import json
+import os
+import re
+import shutil
+import subprocess
+import time
+import urllib.request
+
+PORT = re.compile(r"successfully on port (\d+)")
+ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
+FLAGS = ["--headless=new", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-sync",
+         "--disable-background-networking", "--disable-component-update"]
+KEYS = {"Tab": "\ue004", "Enter": "\ue007", "Escape": "\ue00c", "End": "\ue010", "Home": "\ue011",
+        "Left": "\ue012", "Right": "\ue014", "Shift": "\ue008"}
+
+
+def find_browser():
+    """The browser and its driver, or None."""
+    browser = shutil.which("chromium") or shutil.which("google-chrome")
+    driver = shutil.which("chromedriver")
+    return (browser, driver) if browser and driver else None
+
+
+class Browser:
+    """One browser with an empty profile in `folder`. Elements are named by CSS selectors."""
+
+    def __init__(self, found, folder, size=(1280, 800)):
+        browser, driver = found
+        self.driver = subprocess.Popen([driver, "--port=0"], stdout=subprocess.PIPE,
+                                       stderr=subprocess.DEVNULL, text=True)
+        port = next(m[1] for m in map(PORT.search, self.driver.stdout) if m)
+        flags = [*FLAGS, f"--user-data-dir={folder}", "--window-size=%d,%d" % size]
+        flags += ["--no-sandbox"] if os.geteuid() == 0 else []
+        self.root = f"http://127.0.0.1:{port}/session"
+        self.root += "/" + self.call("POST", "", {"capabilities": {"alwaysMatch": {
+            "goog:chromeOptions": {"binary": browser, "args": flags},
+            "goog:loggingPrefs": {"browser": "ALL"}}}})["sessionId"]
+
+    def call(self, method, path, body=None):
+        data = None if method != "POST" else json.dumps(body or {}).encode()
+        request = urllib.request.Request(self.root + path, data, method=method)
+        try:
+            with urllib.request.urlopen(request, timeout=60) as answer:
+                return json.load(answer)["value"]
+        except urllib.error.HTTPError as error:
+            raise AssertionError(json.load(error)["value"]["message"]) from None
+
+    def js(self, script, *args):
+        return self.call("POST", "/execute/sync", {"script": "return " + script, "args": args})
+
+    def go(self, url):
+        self.call("POST", "/url", {"url": url})
+
+    def find(self, selector):
+        found = self.call("POST", "/element", {"using": "css selector", "value": selector})
+        return f"/element/{found[ELEMENT]}"
+
+    def click(self, selector):
+        self.call("POST", self.find(selector) + "/click")
+
+    def type(self, selector, text):
+        self.call("POST", self.find(selector) + "/value", {"text": text})
+
+    def keys(self, *names):
+        """Presses keys wherever the focus is."""
+        strokes = [{"type": kind, "value": KEYS.get(name, name)}
+                   for name in names for kind in ("keyDown", "keyUp")]
+        self.call("POST", "/actions", {"actions": [
+            {"type": "key", "id": "keys", "actions": strokes}]})
+
+    def pointer(self, *steps):
+        """Steps are (x, y) of the window, "down" or "up"."""
+        def action(step):
+            if isinstance(step, str):
+                return {"type": "pointer" + step.title(), "button": 0}
+            return {"type": "pointerMove", "duration": 5, "x": round(step[0]), "y": round(step[1])}
+        self.call("POST", "/actions", {"actions": [
+            {"type": "pointer", "id": "mouse", "actions": [action(step) for step in steps]}]})
+
+    def tap(self, selector):
+        """A click on the middle of an element, at whatever is on top there."""
+        self.pointer(self.middle(selector), "down", "up")
+
+    def middle(self, selector):
+        return self.js("(b => [b.x + b.width / 2, b.y + b.height / 2])"
+                       "(document.querySelector(arguments[0]).getBoundingClientRect())", selector)
+
+    def wait(self, script, *args, seconds=10):
+        """Waits until the script's value is true, and returns it."""
+        end = time.monotonic() + seconds
+        while not (value := self.js(script, *args)):
+            assert time.monotonic() < end, f"waited in vain for {script} {args}"
+            time.sleep(0.01)
+        return value
+
+    def cdp(self, command, **params):
+        return self.call("POST", "/goog/cdp/execute", {"cmd": command, "params": params})
+
+    def picture(self, path):
+        with open(path, "wb") as file:
+            file.write(base64.b64decode(self.call("GET", "/screenshot")))
+
+    def complaints(self):
+        """What the browser's console says that is not good."""
+        return [entry["message"] for entry in
+                self.call("POST", "/se/log", {"type": "browser"}) if entry["level"] == "SEVERE"]
+
+    def close(self):
+        try:
+            self.call("DELETE", "")
+        finally:
+            self.driver.terminate()
+            self.driver.wait()
