@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Shared by ./play and ./check: gets a machine ready and builds a preset. To be sourced from the
+# Shared by ./play, ./board and ./check: gets a machine ready and builds a preset. To be sourced from the
 # project's folder. Nothing here writes to standard output, which belongs to the game, or reads
 # standard input, which may hold its moves.
 
@@ -32,6 +32,12 @@ missing_to_build() {
   has_command ninja || echo ninja-build
 }
 
+# And those without which the board in the browser is left out.
+missing_to_build_board() {
+  has_header boost/beast/version.hpp || echo libboost-dev
+  has_header nlohmann/json_fwd.hpp || echo nlohmann-json3-dev
+}
+
 # Installs the named packages; with no names there is nothing to do.
 install_packages() {
   [ $# -gt 0 ] || return 0
@@ -50,12 +56,14 @@ install_packages() {
   quietly "${apt[@]}" install -y --no-install-recommends "$@"
 }
 
-# Configures and builds a preset, one such run at a time.
+# Configures and builds a preset, or only the named targets of it, one such run at a time.
 build_preset() {
-  [ -d "build/$1" ] || say "Building the preset '$1' ..."
+  local preset=$1
+  shift
+  [ -d "build/$preset" ] || say "Building the preset '$preset' ..."
   mkdir -p build
   (
     flock 9
-    quietly cmake --preset "$1" && quietly cmake --build --preset "$1"
+    quietly cmake --preset "$preset" && quietly cmake --build --preset "$preset" ${1:+--target "$@"}
   ) 9>build/.lock
 }

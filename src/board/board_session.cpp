@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "board/page_request.h"
 #include "support/fatal.h"
@@ -24,6 +25,7 @@ constexpr auto COPY_DELAY = 30ms;
 // A Talurex that does not end by itself is ended.
 constexpr auto END_PATIENCE = 5s;
 constexpr auto PARTING_PATIENCE = 1s;
+constexpr auto BEHIND_PATIENCE = 1s;
 
 constexpr const char* KEPT_GAME = "autosave";
 
@@ -155,35 +157,104 @@ void TakePrompt(BoardSession& session) {
     TypeNext(session);
 }
 
-void TakeOutput(BoardSession& session, std::string_view bytes) {
+void ShowPart(BoardSession& session, const OutputPart& part) {
     Conversation& talk = session.Talk;
-    // What the link has sent is older than the prompt that may be among the bytes.
-    ReadDisplayNow(session.Display);
-    for (const OutputPart& part : ReadOutput(talk.Output, bytes)) {
-        if (part.Kind == OutputKind::Drawing && !talk.View.LinkExact) {
-            PublishWhatIsDue(session);
-        }
-        session.Changed = TakePart(talk, part) || session.Changed;
-        if (part.Kind == OutputKind::Prompt) {
-            TakePrompt(session);
-        }
+    if (part.Kind == OutputKind::Drawing && !talk.View.LinkExact) {
+        PublishWhatIsDue(session);
     }
-    if (session.Changed || !talk.NewText.empty()) {
+    session.Changed = TakePart(talk, part) || session.Changed;
+    if (part.Kind == OutputKind::Prompt) {
+        TakePrompt(session);
+    } else if (session.Changed || !talk.NewText.empty()) {
         PublishSoon(session);
     }
 }
 
-void TakeDisplay(BoardSession& session, std::string_view bytes) {
-    while (!bytes.empty()) {
-        PublishWhatIsDue(session);
-        session.Changed = TakeDisplayBytes(session.Talk, session.DisplayLine, bytes);
-    }
+// Takes the bytes of the display link up to the end of an update.
+void TakeDisplay(BoardSession& session) {
+    PublishWhatIsDue(session);
+    std::string_view bytes = session.DisplayBytes;
+    session.Changed = TakeDisplayBytes(session.Talk, session.DisplayLine, bytes);
+    session.DisplayBytes.erase(0, session.DisplayBytes.size() - bytes.size());
     if (session.Changed) {
         PublishSoon(session);
     }
 }
 
+void TakeFirstPart(BoardSession& session) {
+    const OutputPart part = std::move(session.Output.front());
+    session.Output.pop_front();
+    ShowPart(session, part);
+}
+
+// Takes in the next piece of what has been read, and reads the link as far as is needed: what it
+// has sent is older than a prompt. A link that is not exact waits for the drawing that it has to
+// match. Answers false when there is nothing left.
+bool TakeNext(BoardSession& session) {
+    const bool drawingFirst = !session.Output.empty() && !session.Talk.View.LinkExact &&
+                              session.Output.front().Kind != OutputKind::Prompt;
+    if (drawingFirst) {
+        TakeFirstPart(session);
+        return true;
+    }
+    if (session.DisplayBytes.empty()) {
+        session.DisplayBytes = ReadDisplay(session.Display);
+    }
+    if (!session.DisplayBytes.empty()) {
+        TakeDisplay(session);
+        return true;
+    }
+    if (!session.Output.empty()) {
+        TakeFirstPart(session);
+        return true;
+    }
+    return false;
+}
+
+void TakeIn(BoardSession& session);
+
+// A page that reads nothing for this long is not waited for.
+void GiveUpSoon(BoardSession& session) {
+    if (session.BehindDated) {
+        return;
+    }
+    session.BehindDated = true;
+    session.BehindTimer.expires_after(BEHIND_PATIENCE);
+    session.BehindTimer.async_wait([&session](const error_code&) {
+        session.BehindDated = false;
+        GiveUpStuckPages(session.Web);
+        TakeIn(session);
+    });
+}
+
+// Takes in all that has been read, as fast as the pages can follow, and then waits for more.
+void TakeIn(BoardSession& session) {
+    if (session.TakingIn || session.Ended) {
+        return;
+    }
+    session.TakingIn = true;
+    bool behind = false;
+    do {
+        behind = PagesAreBehind(session.Web);
+    } while (!behind && TakeNext(session));
+    session.TakingIn = false;
+    if (behind) {
+        GiveUpSoon(session);
+        return;
+    }
+    AwaitDisplay(session.Display);
+    AwaitOutput(session.Game);
+}
+
+void TakeOutput(BoardSession& session, std::string_view bytes) {
+    for (OutputPart& part : ReadOutput(session.Talk.Output, bytes)) {
+        session.Output.push_back(std::move(part));
+    }
+    TakeIn(session);
+}
+
 void TakeConnection(BoardSession& session, bool connected) {
+    session.DisplayBytes.clear();
     session.DisplayLine.clear();
     NoteConnection(session.Talk.View, connected);
     if (session.Watching) {
@@ -217,6 +288,8 @@ void KeepSafeCopy(const BoardSession& session, int status) {
 }
 
 void TakeEnd(BoardSession& session, int status) {
+    while (TakeNext(session)) {
+    }
     session.Ended = true;
     session.ExitStatus = session.Ending ? 0 : status;
     session.LastWords = session.Ending ? "The board was closed." : LastLines(session.Talk, 10);
@@ -284,10 +357,11 @@ void BeginSession(BoardSession& session) {
     session.Published = session.Talk.View.Shown;
     session.Game.OnOutput = [&session](std::string_view bytes) { TakeOutput(session, bytes); };
     session.Game.OnEnd = [&session](int status) { TakeEnd(session, status); };
-    session.Display.OnBytes = [&session](std::string_view bytes) { TakeDisplay(session, bytes); };
+    session.Display.OnReadable = [&session] { TakeIn(session); };
     session.Display.OnConnection = [&session](bool connected) {
         TakeConnection(session, connected);
     };
+    session.Web.OnSent = [&session] { TakeIn(session); };
     session.Web.OnPage = [&session] { return Greet(session); };
     session.Web.OnMessage = [&session](std::string_view message) {
         const std::string refusal = TakeRequest(session, ReadPageRequest(message));

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include <deque>
 #include <string>
 
 #include <boost/asio/io_context.hpp>
@@ -17,8 +18,8 @@
 
 struct BoardSession {
     explicit BoardSession(boost::asio::io_context& context)
-        : Context(context), Game(context), Display(context), Web(context), PublishTimer(context),
-          ThinkTimer(context), CopyTimer(context), EndTimer(context) {}
+        : Context(context), Game(context), Display(context), Web(context), BehindTimer(context),
+          PublishTimer(context), ThinkTimer(context), CopyTimer(context), EndTimer(context) {}
 
     boost::asio::io_context& Context;
     Conversation Talk = NewConversation();
@@ -27,7 +28,14 @@ struct BoardSession {
     WebServer Web;
     bool Watching = false;
 
-    std::string DisplayLine;   // begun on the display link
+    // What has been read and not been taken in: it waits for pages that are behind.
+    std::deque<OutputPart> Output;
+    std::string DisplayBytes;
+    std::string DisplayLine;  // begun on the display link
+    bool TakingIn = false;
+    bool BehindDated = false;  // BehindTimer runs
+    boost::asio::steady_timer BehindTimer;
+
     Picture Published;         // what the pages were shown last
     int Serial = 0;            // of the state in which they were
     bool Changed = false;      // there is more to show

@@ -63,13 +63,13 @@ std::string TextOf(const QueuedLine& line, bool running) {
     return line.Kind == LineKind::Move && !running ? "/move " + line.Text : line.Text;
 }
 
-void TakeText(Conversation& talk, const std::string& text) {
+bool TakeText(Conversation& talk, const std::string& text) {
     if (!talk.Asking) {
-        NoteText(talk.View, text);
         AddToLog(talk, text);
-    } else if (!text.starts_with("Saving ")) {
-        NoteText(talk.View, text);
+    } else if (text.starts_with("Saving ")) {
+        return false;  // of the copy: for people the game is not saved
     }
+    return NoteText(talk.View, text);
 }
 
 bool TakePrompt(Conversation& talk, const OutputPart& part) {
@@ -139,8 +139,7 @@ bool TakePart(Conversation& talk, const OutputPart& part) {
     switch (part.Kind) {
     case OutputKind::Text:
         talk.View.Waiting = false;
-        TakeText(talk, part.Text);
-        return false;
+        return TakeText(talk, part.Text);
     case OutputKind::Drawing:
         talk.View.Waiting = false;
         return NoteDrawing(talk.View, part.Drawing);

@@ -16,10 +16,10 @@ struct DisplayListener {
 
     LoopbackPort Port;
     std::optional<boost::asio::ip::tcp::socket> Connection;
-    std::array<char, 16384> Bytes{};
+    bool Awaiting = false;
+    std::array<char, 4096> Bytes{};
 
-    // Told what comes in, and when a connection begins and ends.
-    std::function<void(std::string_view)> OnBytes;
+    std::function<void()> OnReadable;  // called once for each AwaitDisplay
     std::function<void(bool)> OnConnection;
 };
 
@@ -27,5 +27,10 @@ struct DisplayListener {
 // `error`.
 [[nodiscard]] int OpenDisplayListener(DisplayListener& listener, int port, std::string& error);
 
-// Reads at once what has come in so far, for a caller who has just heard from Talurex otherwise.
-void ReadDisplayNow(DisplayListener& listener);
+// Has OnReadable called as soon as there is something to read. Without a connection it has no
+// effect.
+void AwaitDisplay(DisplayListener& listener);
+
+// Reads some of what has come in, without waiting; empty when there is nothing. The end of the
+// connection shows in OnConnection.
+[[nodiscard]] std::string_view ReadDisplay(DisplayListener& listener);

@@ -76,24 +76,6 @@ void EndWhenAllIsRead(GameProcess& game) {
     }
 }
 
-void AwaitOutput(GameProcess& game) {
-    game.Output.async_read_some(asio::buffer(game.Bytes),
-                                [&game](const error_code& failed, std::size_t count) {
-                                    if (failed == asio::error::operation_aborted) {
-                                        return;
-                                    }
-                                    if (count > 0) {
-                                        game.OnOutput(std::string_view(game.Bytes.data(), count));
-                                    }
-                                    if (failed) {
-                                        game.OutputEnded = true;
-                                        EndWhenAllIsRead(game);
-                                        return;
-                                    }
-                                    AwaitOutput(game);
-                                });
-}
-
 int StatusOf(int waited) {
     return WIFSIGNALED(waited) ? 128 + WTERMSIG(waited) : WEXITSTATUS(waited);
 }
@@ -180,6 +162,23 @@ std::string StartGame(GameProcess& game, const std::string& program,
     }
     AwaitOutput(game);
     return "";
+}
+
+void AwaitOutput(GameProcess& game) {
+    if (game.Awaiting || game.OutputEnded || !game.Output.is_open()) {
+        return;
+    }
+    game.Awaiting = true;
+    game.Output.async_read_some(asio::buffer(game.Bytes),
+                                [&game](const error_code& failed, std::size_t count) {
+                                    game.Awaiting = false;
+                                    if (failed) {
+                                        game.OutputEnded = true;
+                                        EndWhenAllIsRead(game);
+                                    } else {
+                                        game.OnOutput(std::string_view(game.Bytes.data(), count));
+                                    }
+                                });
 }
 
 void WriteToGame(GameProcess& game, std::string_view bytes) {

@@ -25,11 +25,12 @@ struct GameProcess {
     std::string Writing;    // is on its way to it
     std::string Unwritten;  // comes next
     std::array<char, 16384> Bytes{};
+    bool Awaiting = false;
     bool OutputEnded = false;
     bool Ended = false;
     int Status = 0;
 
-    std::function<void(std::string_view)> OnOutput;
+    std::function<void(std::string_view)> OnOutput;  // called once for each AwaitOutput
     // Called once, behind the last output, with the exit status; 128 + n for signal n.
     std::function<void(int)> OnEnd;
 };
@@ -41,6 +42,9 @@ struct GameProcess {
 // Starts the program with the arguments. Answers an empty text, or why it could not be started.
 [[nodiscard]] std::string StartGame(GameProcess& game, const std::string& program,
                                     const std::vector<std::string>& arguments);
+
+// Has OnOutput called with the next output, or OnEnd behind the last.
+void AwaitOutput(GameProcess& game);
 
 // Writes the bytes to its standard input; they are gone when it has ended.
 void WriteToGame(GameProcess& game, std::string_view bytes);

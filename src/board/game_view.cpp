@@ -285,7 +285,8 @@ void NoteLine(GameView& view, std::string_view line) {
     view.Waiting = false;
 }
 
-void NoteText(GameView& view, std::string_view line) {
+bool NoteText(GameView& view, std::string_view line) {
+    const GameSettings before = view.Settings;
     if (line.ends_with('\n')) {
         line.remove_suffix(1);
     }
@@ -297,6 +298,7 @@ void NoteText(GameView& view, std::string_view line) {
                line == "Game was successfully imported.") {
         view.Loaded = true;
     }
+    return view.Settings != before;
 }
 
 bool NoteDrawing(GameView& view, const BoardDrawing& drawing) {

@@ -35,6 +35,8 @@ struct GameSettings {
     int ComputerColor = 0;  // WHITE, BLACK or RANDOM_COLOR
     int RandomSetup = 0;
     int LifeStones = 0;  // of the next game
+
+    bool operator==(const GameSettings&) const = default;
 };
 
 struct GameView {
@@ -74,9 +76,8 @@ struct GameView {
 // To be told before a line is typed.
 void NoteLine(GameView& view, std::string_view line);
 
-void NoteText(GameView& view, std::string_view line);
-
 // The rest answer whether what is shown has changed.
+bool NoteText(GameView& view, std::string_view line);
 bool NoteDrawing(GameView& view, const BoardDrawing& drawing);
 bool NotePrompt(GameView& view, const Prompt& prompt);
 bool NoteUpdate(GameView& view);  // behind the last line of an update in view.Link

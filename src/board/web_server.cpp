@@ -1,5 +1,6 @@
 #include "board/web_server.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <deque>
@@ -28,8 +29,8 @@ constexpr auto IDLE_TIME = std::chrono::seconds(30);
 constexpr int MAX_CONNECTIONS = 32;
 constexpr std::uint32_t MAX_HEADER_LENGTH = 8 * 1024;
 constexpr std::size_t MAX_MESSAGE_LENGTH = 4 * 1024;
-constexpr std::size_t MAX_WAITING = 1024 * 1024;        // bytes for one page
-constexpr std::size_t MAX_WAITING_STATES = 256 * 1024;  // from there on only the latest state waits
+constexpr std::size_t MAX_WAITING = 1024 * 1024;  // bytes for one page
+constexpr std::size_t MUCH_WAITING = 128 * 1024;
 
 constexpr std::string_view LIVE_PATH = "/live";
 
@@ -124,7 +125,9 @@ struct PageConnection {
     beast::flat_buffer Buffer;
     std::deque<std::shared_ptr<const std::string>> Waiting;  // the first is being sent
     std::size_t NumWaiting = 0;                              // bytes
-    std::shared_ptr<const std::string> LateState;            // to be sent when the others are
+    bool Reading = false;  // it has taken something since it was last looked at
+    bool GivenUp = false;  // it has stopped reading
+    std::shared_ptr<const std::string> LateState;  // to be sent when it has caught up
     bool Parting = false;
 };
 
@@ -173,30 +176,37 @@ void Enqueue(const Page& page, const std::shared_ptr<const std::string>& message
     }
 }
 
+void TakeSent(const Page& page) {
+    page->Reading = true;
+    page->NumWaiting -= page->Waiting.front()->size();
+    page->Waiting.pop_front();
+    if (page->Waiting.empty() && page->LateState) {
+        page->GivenUp = false;
+        Enqueue(page, std::exchange(page->LateState, nullptr));
+    } else if (!page->Waiting.empty()) {
+        SendNext(page);
+    } else if (ServerOf(page).Closing && !page->Parting) {
+        PartFrom(page, websocket::close_code::going_away);
+    }
+    ServerOf(page).OnSent();
+}
+
 void SendNext(const Page& page) {
     page->Socket.async_write(asio::buffer(*page->Waiting.front()),
                              [page](const error_code& failed, std::size_t) {
                                  if (failed) {
                                      DropPage(page);
-                                     return;
-                                 }
-                                 page->NumWaiting -= page->Waiting.front()->size();
-                                 page->Waiting.pop_front();
-                                 if (page->Waiting.empty() && page->LateState) {
-                                     Enqueue(page, std::exchange(page->LateState, nullptr));
-                                 } else if (!page->Waiting.empty()) {
-                                     SendNext(page);
-                                 } else if (ServerOf(page).Closing && !page->Parting) {
-                                     PartFrom(page, websocket::close_code::going_away);
+                                 } else {
+                                     TakeSent(page);
                                  }
                              });
 }
 
 void EnqueueState(const Page& page, const std::shared_ptr<const std::string>& state) {
-    if (page->NumWaiting > MAX_WAITING_STATES) {
+    if (page->GivenUp && !page->Waiting.empty()) {
         page->LateState = state;
     } else {
-        page->LateState = nullptr;
+        page->GivenUp = false;
         Enqueue(page, state);
     }
 }
@@ -415,6 +425,20 @@ void SendStateToPages(WebServer& server, const std::string& message) {
     const auto shared = std::make_shared<const std::string>(message);
     for (const Page& page : std::vector<Page>(server.Pages.begin(), server.Pages.end())) {
         EnqueueState(page, shared);
+    }
+}
+
+bool PagesAreBehind(const WebServer& server) {
+    return std::any_of(server.Pages.begin(), server.Pages.end(), [](const Page& page) {
+        return page->NumWaiting > MUCH_WAITING && !page->GivenUp;
+    });
+}
+
+void GiveUpStuckPages(WebServer& server) {
+    for (const Page& page : server.Pages) {
+        const bool stuck = page->NumWaiting > MUCH_WAITING && !page->Reading;
+        page->GivenUp = page->GivenUp || stuck;
+        page->Reading = false;
     }
 }
 

@@ -30,6 +30,8 @@ struct WebServer {
     // sent.
     std::function<std::vector<std::string>()> OnPage;
     std::function<std::string(std::string_view)> OnMessage;
+    // Called when a page has been sent something that waited.
+    std::function<void()> OnSent;
     // Called when the last page has gone from a server that is closing.
     std::function<void()> OnEmpty;
 };
@@ -41,8 +43,15 @@ struct WebServer {
 // Sends a text to every page. A page that has let too much wait is dropped.
 void SendToPages(WebServer& server, const std::string& message);
 
-// The same for a state. A page that is behind gets only the latest of them.
+// The same for a state. A page that has been given up gets only the latest of them.
 void SendStateToPages(WebServer& server, const std::string& message);
+
+// True while much waits for a page that is still reading: whoever has more to send does well to
+// wait.
+[[nodiscard]] bool PagesAreBehind(const WebServer& server);
+
+// Waits no more for the pages that are behind and have read nothing since the last such call.
+void GiveUpStuckPages(WebServer& server);
 
 // Parts from all pages once they have been sent everything, and lets nobody in any more.
 void CloseWebServer(WebServer& server);

@@ -1,0 +1,144 @@
+"""Types the same random lines to a talurex-board and to a Talurex at the end of a pipe. Every state
+that a page is sent has to show a board that the terminal has drawn, in the same order, and the last
+one what stands in front of the prompt: live_test.py TALUREX_BOARD TALUREX [SEED [LINES]]"""
+import os
+import random
+import re
+import subprocess
+import sys
+import tempfile
+
+sys.dont_write_bytecode = True  # nothing is left in the source tree
+from page_client import Board, Page
+
+PROMPT = re.compile(r"Move \((\d+)/(\d+)\), (your move|game stopped): $")
+MARKS = {"+": ("white", 0), "*": ("white", 1), "#": ("black", 0), "@": ("black", 1),
+         "%": ("life", 1), ".": ("empty", 0)}
+LINES = [
+    "/back", "/back 3", "/forward", "/forward 2", "/undo", "/cont", "/start", "/stop", "/redraw",
+    "/save one", "/save two", "/load one", "/load two", "/new", "/boardsize 5 1", "/boardsize 4 4",
+    "/boardsize 6 3", "/boardsize 15 9", "/boardsize 11 5", "/lifestones 1", "/lifestones 4",
+    "/randomsetup 0", "/randomsetup 1", "/color r", "/color w", "/color b", "/players 1",
+    "/players 2", "/highlighting 0", "/highlighting 1", "/gui 0", "/gui 1", "/help", "nonsense", ""]
+REPLACING = ("/load", "/new", "/boardsize")
+
+
+def drawings(text):
+    """Side, columns, rows and spaces of every board in the text."""
+    for match in re.finditer(r"(WHITE|BLACK) is moving\n((?:\d .*\n)+)(-+)\n", text):
+        rows = match[2].splitlines()
+        columns = (len(match[3]) - 2 * len(rows)) // 4
+        spaces = {}
+        for y, row in enumerate(rows):
+            for tower in re.finditer(r"(\d+)([+*#@%.])", row):
+                column = (tower.end() - 4 - 2 * y) // 4
+                spaces[chr(65 + column) + row[0]] = (int(tower[1]), *MARKS[tower[2]])
+        yield match[1].lower(), columns, len(rows), spaces
+
+
+class Terminal:
+    def __init__(self, program, folder, options):
+        self.process = subprocess.Popen([program, *options], cwd=folder, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        self.drawn = []
+        self.read()
+
+    def read(self):
+        text = ""
+        while not (prompt := PROMPT.search(text)):
+            piece = os.read(self.process.stdout.fileno(), 65536)
+            assert piece, text
+            text += re.sub("\x1b\\[[0-9;]*m", "", piece.decode())
+        self.drawn += drawings(text)
+        self.prompt = int(prompt[1]), int(prompt[2]), prompt[3] == "your move"
+
+    def type(self, line):
+        self.process.stdin.write(line.encode() + b"\n")
+        self.process.stdin.flush()
+        self.read()
+
+
+def shown(state):
+    side = "over" if state["gameOver"] else state["toMove"]
+    return side, state["columns"], state["rows"], {
+        space["space"]: (space["height"], space["owner"], space["life"])
+        for space in state["spaces"]}
+
+
+def shows(state, drawing):
+    """At the end of a game it does not matter whose turn it would be."""
+    found = shown(state)
+    return found[1:] == drawing[1:] and found[0] in ("over", drawing[0])
+
+
+def choose(dice, state):
+    """A message for the page, and the lines that it stands for."""
+    moves = [space["space"] for space in state["spaces"] if space.get("place")] + [
+        space["space"] + "-" + target for space in state["spaces"] for target in space["targets"]]
+    if state["mustPass"]:
+        moves.append("pass")
+    if moves and dice.random() < (0.85 if state["running"] else 0.4):
+        move = dice.choice(moves)
+        return {"move": move}, [move if state["running"] else "/move " + move]
+    line = dice.choice(LINES)
+    if line.startswith(REPLACING) and dice.random() < 0.8:
+        return {"line": line, "stop": True}, ["/stop"] * state["running"] + [line]
+    return {"line": line}, [line]
+
+
+def states_up_to(page, mark):
+    """The states up to the prompt behind the answer to the line `mark`, and the one it brings."""
+    states = []
+    while True:
+        message = page.receive()
+        if message["type"] == "state":
+            states.append(message)
+            if mark + "\n" in page.log and PROMPT.search(page.log.rsplit(mark + "\n", 1)[1]):
+                return states
+
+
+def play(program, terminal_program, folder, seed, lines):
+    dice = random.Random(seed)
+    settings = f"RANDOM_SEED {seed + 1}\nCOMPUTER_LEVEL 0\n"
+    options = [dice.choice(["-players=1", "-players=2"]), dice.choice(["-color=w", "-color=r"]),
+               dice.choice(["-setup=n", "-setup=n", "-setup=r"])]
+    folders = [os.path.join(folder, name) for name in ("board", "terminal")]
+    for name in folders:
+        os.mkdir(name)
+    with Board(program, folders[0], *options, settings=settings) as board:
+        with open(os.path.join(folders[1], "talurex.cfg"), "w", encoding="ascii") as file:
+            file.write(settings)
+        terminal = Terminal(terminal_program, folders[1], options)
+        page = Page(board.port, board.token)
+        state = page.state(lambda message: message["state"] == "waiting")
+        for number in range(lines):
+            message, typed = choose(dice, state)
+            before = [terminal.drawn[-1]]
+            terminal.drawn.clear()
+            # The mark is an unknown command; what stands before it belongs to the message.
+            for line in [*typed, f"/mark{number}"]:
+                terminal.type(line)
+            page.send(message)
+            page.send({"line": f"/mark{number}"})
+            left = before + terminal.drawn
+            for state in states_up_to(page, f"/mark{number}"):
+                while left and not shows(state, left[0]):
+                    left.pop(0)
+                assert left, (seed, number, typed, state["status"], shown(state))
+            terminal.drawn = before + terminal.drawn
+            assert shows(state, terminal.drawn[-1]), (seed, number, typed, shown(state))
+            found = state["move"], state["lastMove"], state["running"]
+            assert found == terminal.prompt, (seed, number, typed, found, terminal.prompt)
+        terminal.process.stdin.close()
+        terminal.process.wait(20)
+
+
+def main():
+    seeds = [int(sys.argv[3])] if len(sys.argv) > 3 else range(4)
+    lines = int(sys.argv[4]) if len(sys.argv) > 4 else 120
+    for seed in seeds:
+        with tempfile.TemporaryDirectory() as folder:
+            play(sys.argv[1], sys.argv[2], folder, seed, lines)
+
+
+main()
