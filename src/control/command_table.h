@@ -46,7 +46,7 @@ struct Command {
     // What stands behind the name in the usage line of an error; null when the command never
     // complains about its argument. Help has a pattern of its own, which may differ.
     const char* ErrorPattern = nullptr;
-    const char* ErrorHint = "";           // a line behind that usage line
+    const char* ErrorHint = "";         // a line behind that usage line
     const char* HelpPattern = nullptr;  // null when there is no specific help
     const char* HelpText = nullptr;
 };

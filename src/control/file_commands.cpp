@@ -1,6 +1,7 @@
 #include "control/file_commands.h"
 
 #include <cstdio>
+#include <filesystem>
 
 #include "config/board_settings.h"
 #include "control/help.h"
@@ -25,6 +26,12 @@ std::string GameFileName(const std::string& argument) {
     return name;
 }
 
+// What went into a pipe or came out of one is in no file.
+bool IsFile(const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::is_regular_file(name, unknown);
+}
+
 // Goes to the end of a game that has just been taken over.
 void ShowLastPosition(PlayState& state) {
     state.CurrentMove = state.Record.LastMove;
@@ -47,7 +54,7 @@ void DoLoad(const std::string& argument, PlayState& state) {
         return;
     }
     std::printf("loading game was successful.\n");
-    state.HasNewPlies = false;
+    state.HasNewPlies = !IsFile(name);
     ShowLastPosition(state);
 }
 
@@ -59,7 +66,7 @@ void DoSave(const std::string& argument, PlayState& state) {
         return;
     }
     std::printf("Saving game was successful.\n");
-    state.HasNewPlies = false;
+    state.HasNewPlies = state.HasNewPlies && !IsFile(name);
 }
 
 void DoImport(const std::string& argument, PlayState& state) {

@@ -16,8 +16,8 @@ void ChooseComputerSide(PlayState& state);
 // the position it led to.
 void AdvanceAndShow(PlayState& state);
 
-// Carries out a typed ply in the shown position and shows what it led to. Answers false after saying
-// why nothing was done.
+// Carries out a typed ply in the shown position and shows what it led to. Answers false after
+// saying why nothing was done.
 [[nodiscard]] bool PlayTypedPly(const std::string& text, PlayState& state);
 
 // Goes back two half-moves; three where the second would be the other side's, at the end of a setup

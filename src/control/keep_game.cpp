@@ -16,6 +16,29 @@ constexpr int SIGNAL_STATUS = 128;  // what shells add to the number of the sign
 
 PlayState* Kept = nullptr;  // null: there is no game to keep
 
+enum class Outcome { NothingToKeep, Saved, NotSaved };
+
+Outcome Save() {
+    if (Kept == nullptr || !Kept->HasNewPlies) {
+        return Outcome::NothingToKeep;
+    }
+    const PlayState& state = *Kept;
+    Kept = nullptr;
+    SetBoardSettings(state.Settings);
+    return SaveGame(state.Record, KEPT_FILE) == 0 ? Outcome::Saved : Outcome::NotSaved;
+}
+
+void SayWhatBecame(Outcome outcome) {
+    switch (outcome) {
+    case Outcome::NothingToKeep:
+        return;
+    case Outcome::Saved:
+        return PrintError("The game is kept: /load autosave goes on with it.\n");
+    case Outcome::NotSaved:
+        return PrintError("The game could not be kept!\n");
+    }
+}
+
 }  // namespace
 
 GameKeeper::GameKeeper(PlayState& state) {
@@ -34,20 +57,14 @@ void NoteBoardSettings(PlayState& state) {
 }
 
 void KeepGame() {
-    if (Kept == nullptr || !Kept->HasNewPlies) {
-        return;
-    }
-    PlayState& state = *Kept;
-    Kept = nullptr;
-    SetBoardSettings(state.Settings);
-    PrintError(SaveGame(state.Record, KEPT_FILE) == 0
-                   ? "The game is kept: /load autosave goes on with it.\n"
-                   : "The game could not be kept!\n");
+    SayWhatBecame(Save());
 }
 
 void EndBySignal(int number) {
-    CloseGuiLink();
+    // First of all: the rest may have to wait, for a terminal that is held or for a display.
+    const Outcome outcome = Save();
     std::printf("\n");
-    KeepGame();
+    SayWhatBecame(outcome);
+    CloseGuiLink();
     std::exit(SIGNAL_STATUS + number);
 }

@@ -59,10 +59,9 @@ void PrintStatus(const Position& position, int depth) {
 
 // Stops a game without people when that is asked for. Answers whether it did.
 bool StopOnRequest() {
-    if (GlobCfg.NumHumanPlayers != 0 || !IsRequested(HURRY_REQUESTS)) {
+    if (GlobCfg.NumHumanPlayers != 0 || !TakeRequests(HURRY_REQUESTS)) {
         return false;
     }
-    DropRequests(HURRY_REQUESTS);
     GlobCfg.GameRunFlag = 0;
     return true;
 }
@@ -77,7 +76,8 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
     if (StopOnRequest()) {
         return;
     }
-    std::fflush(stdout);  // who reads a pipe sees each move as it is made, and not behind the answer
+    std::fflush(
+        stdout);  // who reads a pipe sees each move as it is made, and not behind the answer
     SearchEffort effort = {.Depth = state.SearchDepth,
                            .Budget = SearchBudget(GlobCfg.ComputerLevel),
                            .CanBeHurried = true};
@@ -87,7 +87,7 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
     std::string message;
     DoComputerMove(state.Record.PositionList[n], effort, weights, next, message, move);
     if (EndingSignal() != 0) {
-        return;
+        EndBySignal(EndingSignal());
     }
     state.SearchDepth = effort.Depth;
     state.Record.PositionList[n + 1] = next;
@@ -98,8 +98,10 @@ void DoComputerTurn(PlayState& state, const EvalWeights& weights) {
         PrintStatus(state.Record.PositionList[state.CurrentMove], state.SearchDepth);
     }
     StopAtEnd(state);
-    StopOnRequest();
-    DropRequests(HURRY_REQUESTS);  // they were for this turn
+    std::fflush(stdout);
+    if (!StopOnRequest() && GlobCfg.NumHumanPlayers != 0) {
+        DropRequests(HURRY_REQUESTS);  // they were for this turn
+    }
 }
 
 void DoMoveLine(PlayState& state, const std::string& line) {
@@ -136,16 +138,13 @@ void MainControl(EvalWeights& weights) {
     std::string line;
     while (state.QuitFlag == 0) {
         NoteBoardSettings(state);
-        if (EndingSignal() != 0) {
-            EndBySignal(EndingSignal());
-        }
         if (ComputerIsToMove(state)) {
             DoComputerTurn(state, weights);
         } else if (PromptForLine(state, line)) {
             DoLine(state, line, weights);
         } else {
-            CloseGuiLink();
             KeepGame();
+            CloseGuiLink();
             return;
         }
         EndCycle(state);

@@ -1,26 +1,58 @@
 #include "display/gui_link.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
+#include <linux/sockios.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include "support/fatal.h"
+#include "support/signals.h"
 
 GuiMirror GuiLast;
 
 namespace {
 
 constexpr const char* HOST_NAME = "127.0.0.1";
-constexpr int SEND_PATIENCE_SECONDS = 10;
+
+// The bytes that the display has not taken yet.
+int NumUntaken(int socketHandle) {
+    int count = 0;
+    ioctl(socketHandle, SIOCOUTQ, &count);
+    return count;
+}
+
+// Waits until the display can be sent more. Answers false when it has taken not a byte for ten
+// seconds, or when the end of the process is asked for: the game must not wait for ever.
+bool WaitForDisplay(int socketHandle) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::seconds PATIENCE(10);
+    constexpr int LOOK_INTERVAL = 500;  // milliseconds
+    pollfd display = {.fd = socketHandle, .events = POLLOUT, .revents = 0};
+    int untaken = NumUntaken(socketHandle);
+    Clock::time_point lastTaken = Clock::now();
+    while (EndingSignal() == 0 && Clock::now() - lastTaken < PATIENCE) {
+        if (poll(&display, 1, LOOK_INTERVAL) > 0) {
+            return true;
+        }
+        const int left = NumUntaken(socketHandle);
+        if (left < untaken) {
+            lastTaken = Clock::now();
+        }
+        untaken = left;
+    }
+    return false;
+}
 
 }  // namespace
 
@@ -44,9 +76,6 @@ int SocketOpen(int& socketHandle) {
     // An update is many short lines, none of which may wait for the display to acknowledge another.
     const int on = 1;
     setsockopt(handle, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    // A display that takes not a byte for so long counts as gone: the game must not wait for ever.
-    const timeval patience = {.tv_sec = SEND_PATIENCE_SECONDS, .tv_usec = 0};
-    setsockopt(handle, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     socketHandle = handle;
     return 0;
 }
@@ -62,8 +91,9 @@ std::size_t SocketSend(int socketHandle, const char* bytes, std::size_t length) 
     while (sent < length) {
         // A display that has gone away is reported as an error, not by the signal that would end
         // the program.
-        const ssize_t count = send(socketHandle, bytes + sent, length - sent, MSG_NOSIGNAL);
-        if (count == -1 && errno == EINTR) {
+        const ssize_t count =
+            send(socketHandle, bytes + sent, length - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (count == -1 && errno == EAGAIN && WaitForDisplay(socketHandle)) {
             continue;
         }
         if (count <= 0) {

@@ -1,5 +1,5 @@
-// What a graphical display is told of the game: the lines of one update (docs/gui-protocol.md), as a
-// text. How it gets there is the business of display/gui_link.h.
+// What a graphical display is told of the game: the lines of one update (docs/gui-protocol.md), as
+// a text. How it gets there is the business of display/gui_link.h.
 #pragma once
 
 #include <string>
@@ -14,6 +14,6 @@ struct GuiMirror {
     int LastMoveNr = 0;
 };
 
-// The update that leads the display from what `mirror` holds to position `moveNumber` of the record,
-// which `mirror` then holds.
+// The update that leads the display from what `mirror` holds to position `moveNumber` of the
+// record, which `mirror` then holds.
 [[nodiscard]] std::string UpdateText(GuiMirror& mirror, const GameRecord& record, int moveNumber);

@@ -6,6 +6,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "support/signals.h"
+
 namespace {
 
 bool IsShown = false;
@@ -33,8 +35,9 @@ void ShowProgress(std::string text) {
 }
 
 void EraseProgress() {
-    if (IsShown) {
+    // A terminal that is held must not hold up the end.
+    if (IsShown && EndingSignal() == 0) {
         std::fprintf(stderr, "\r\033[K");
-        IsShown = false;
     }
+    IsShown = false;
 }

@@ -10,5 +10,5 @@
 // Shows the text in place of the one before, cut to the width of the terminal.
 void ShowProgress(std::string text);
 
-// Takes the line away, if there is one.
+// Takes the line away, if there is one, unless the process is about to end.
 void EraseProgress();

@@ -16,6 +16,7 @@ using Clock = std::chrono::steady_clock;
 // What the progress line needs to know of the thought under way. There is one search at a time.
 struct Watched {
     const Position* Board = nullptr;
+    const Thought* Standing = nullptr;  // what a hurried thought would come to; null: nothing yet
     int Depth = 0;
     Clock::time_point NextLook;
 };
@@ -32,7 +33,9 @@ void ReportProgress(const SearchProgress& progress) {
                        std::to_string(progress.NumFinished) + '/' +
                        std::to_string(progress.NumMoves) + ", " +
                        std::to_string(progress.NumEvaluations) + " positions";
-    if (progress.HasMove) {
+    if (UnderWay.Standing != nullptr) {
+        text += ", best " + GetMoveString(UnderWay.Standing->BestMove, *UnderWay.Board);
+    } else if (progress.HasMove) {
         text += ", best " + GetMoveString(progress.BestMove, *UnderWay.Board);
     }
     ShowProgress(text);
@@ -77,6 +80,7 @@ Thought Think(Position& position, const SearchEffort& effort, const EvalWeights&
     const SearchWatch watch = {.StopFlag = Requests,
                                .Report = effort.CanBeHurried ? BeginProgress() : nullptr};
     const SearchWatch* watched = effort.CanBeHurried ? &watch : nullptr;
+    UnderWay.Standing = nullptr;
     SearchResult found = SearchTo(effort.Depth, position, weights, watched);
     Thought thought = ThoughtOf(found, effort.Depth);
     if (found.WasStopped && !found.HasMove) {
@@ -84,6 +88,7 @@ Thought Think(Position& position, const SearchEffort& effort, const EvalWeights&
         thought = ThoughtOf(found, 0);
         thought.IsFinished = false;
     }
+    UnderWay.Standing = &thought;
     while (thought.IsFinished && GoesDeeper(thought, effort.Budget)) {
         const Position before = position;
         const int cost = EvalCount;

@@ -1,6 +1,8 @@
 #include "gamefiles/game_log.h"
 
 #include <cstdio>
+#include <memory>
+#include <new>
 
 #include "gamefiles/line_reader.h"
 #include "rules/referee.h"
@@ -151,7 +153,12 @@ bool ReadLog(Log& log) {
 }  // namespace
 
 int ImportGame(const std::string& fileName, GameRecord& record) {
-    Log log;
+    // Not on the stack, of which there may be little; without memory no file can be read either.
+    const std::unique_ptr<Log> reading(new (std::nothrow) Log);
+    if (reading == nullptr) {
+        return 1;
+    }
+    Log& log = *reading;
     if (FileOpenToRead(fileName, log.File) != 0) {
         std::printf("Error: Import file \"%s\" could not be opened!\n", fileName.c_str());
         return 1;

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-// The most characters that a line may have, its line feed among them; a longer one ends the process.
+// The most characters that a line may have, its line feed among them; a longer one ends the
+// process.
 inline constexpr int GAME_LINE_LENGTH = 199;
 
 // Reads the next line that is not a comment (one that begins with '#'), trimmed at both ends. An

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdio>
+#include <memory>
+#include <new>
 #include <optional>
 
 #include "config/board_settings.h"
@@ -15,9 +17,9 @@
 
 namespace {
 
-// A saved game being read: its file, what is left of the current line, and the game so far. Functions
-// that answer false have found an error, and have said what it is where that is more than the end of
-// the file. Nothing more is then read.
+// A saved game being read: its file, what is left of the current line, and the game so far.
+// Functions that answer false have found an error, and have said what it is where that is more than
+// the end of the file. Nothing more is then read.
 struct SavedGame {
     std::FILE* File = nullptr;
     std::string Line;
@@ -62,8 +64,7 @@ bool ReadSettings(SavedGame& game) {
     if (!ReadLine(game)) {
         return false;
     }
-    if (game.Line.starts_with("DIM") &&
-        !(ReadDimensions(game.Line, settings) && ReadLine(game))) {
+    if (game.Line.starts_with("DIM") && !(ReadDimensions(game.Line, settings) && ReadLine(game))) {
         return false;
     }
     SetBoardSettings(settings);
@@ -125,8 +126,7 @@ bool CheckPass(SavedGame& game) {
     if (GetNumMoves(Current(game)) == 0) {
         return true;
     }
-    std::printf("Error in savegame file: Illegal PASS move in move %i\n",
-                game.Record.LastMove + 1);
+    std::printf("Error in savegame file: Illegal PASS move in move %i\n", game.Record.LastMove + 1);
     return false;
 }
 
@@ -189,7 +189,12 @@ bool ReadGame(SavedGame& game) {
 }  // namespace
 
 int LoadGame(const std::string& fileName, GameRecord& record) {
-    SavedGame game;
+    // Not on the stack, of which there may be little; without memory no file can be read either.
+    const std::unique_ptr<SavedGame> reading(new (std::nothrow) SavedGame);
+    if (reading == nullptr) {
+        return 1;
+    }
+    SavedGame& game = *reading;
     if (FileOpenToRead(fileName, game.File) != 0) {
         std::printf("Error! Savegame file \"%s\" could not be opened for reading!\n",
                     fileName.c_str());

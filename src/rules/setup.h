@@ -24,8 +24,8 @@ void DoSetupMove(const Position& parent, const Move& move, Position& child);
 // A space with the single stone of a colour code on it, or for EMPTY with none.
 [[nodiscard]] Space SpaceWith(int color);
 
-// Resets every field but the spaces to those of a game that begins in the move phase on what lies on
-// the board: WHITE to move, nothing known of the value.
+// Resets every field but the spaces to those of a game that begins in the move phase on what lies
+// on the board: WHITE to move, nothing known of the value.
 void ResetAllButSpaces(Position& position);
 
 // The counter of the setup phase (Position::SetupPhase) at the start of a normal setup with this

@@ -1,6 +1,7 @@
 #include "support/signals.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 #include <poll.h>
@@ -64,6 +65,10 @@ void DropRequests(int requests) {
     Requests.fetch_and(~requests);
 }
 
+bool TakeRequests(int requests) {
+    return (Requests.fetch_and(~requests) & requests) != 0;
+}
+
 int EndingSignal() {
     if (IsRequested(REQUEST_HANG_UP)) {
         return SIGHUP;
@@ -80,9 +85,10 @@ bool WaitForInput() {
     }
     sigprocmask(SIG_BLOCK, &held, &before);
     pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-    int ready = 0;
-    while (!IsRequested(TERMINAL_REQUESTS) && ready <= 0) {
-        ready = ppoll(&input, 1, nullptr, &before);  // lets the signals in as long as it waits
+    bool isInterrupted = true;
+    while (isInterrupted && !IsRequested(TERMINAL_REQUESTS)) {
+        // This lets the signals in as long as it waits.
+        isInterrupted = ppoll(&input, 1, nullptr, &before) < 0 && errno == EINTR;
     }
     sigprocmask(SIG_SETMASK, &before, nullptr);
     return !IsRequested(TERMINAL_REQUESTS);

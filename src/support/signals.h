@@ -28,9 +28,13 @@ void ListenToTerminal();
 
 void DropRequests(int requests);
 
+// Both at once, so that none is dropped unseen: answers whether any was made, and drops it.
+[[nodiscard]] bool TakeRequests(int requests);
+
 // The number of the signal that asks for the end of the process, or 0.
 [[nodiscard]] int EndingSignal();
 
-// Waits until standard input can be read without waiting. Answers false when a request other than
-// REQUEST_MOVE_NOW was made instead, or before: none slips by between the look and the wait.
+// Waits until something can be read from standard input, be it its end or an error. Answers false
+// when a request other than REQUEST_MOVE_NOW was made instead, or before: none slips by between the
+// look and the wait.
 [[nodiscard]] bool WaitForInput();

@@ -163,6 +163,16 @@ class Terminal(unittest.TestCase):
             again.type("quit\n")  # what is in a file needs no other
             self.assertNotIn(KEPT, again.end()[0])
 
+    def test_end_of_input_behind_an_unfinished_line(self):
+        session = Session(self, "-players=2")
+        session.expect(PROMPT)
+        session.type("e3\x04")  # sent off, but not ended
+        session.type("\x04")
+        said, status = session.end()
+        self.assertIn("Move (1/1)", said)
+        self.assertIn(KEPT, said)
+        self.assertEqual(status, 0)
+
     def test_a_game_in_a_file_is_not_kept_again(self):
         session = Session(self, "-players=2")
         session.expect(PROMPT)
