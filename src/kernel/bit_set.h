@@ -34,9 +34,13 @@ inline Set Bit(int space) {
     return Set{1} << space;
 }
 
-template <typename Set>
-inline bool Has(Set set, int space) {
+inline bool Has(SmallSet set, int space) {
     return (set >> space & 1) != 0;
+}
+
+inline bool Has(LargeSet set, int space) {
+    const auto half = static_cast<SmallSet>(space < 64 ? set : set >> 64);
+    return Has(half, space & 63);
 }
 
 // Takes the lowest space out of a set that is not empty.
