@@ -51,4 +51,18 @@ inline int TakeFirst(Set& set) {
     return space;
 }
 
+// Calls `visit(space)` for every space of a set, from the lowest.
+template <typename Visit>
+inline void ForEachSpace(SmallSet set, Visit visit) {
+    while (set != 0) {
+        visit(TakeFirst(set));
+    }
+}
+
+template <typename Visit>
+inline void ForEachSpace(LargeSet set, Visit visit) {
+    ForEachSpace(static_cast<SmallSet>(set), visit);
+    ForEachSpace(static_cast<SmallSet>(set >> 64), [&](int space) { visit(64 + space); });
+}
+
 }  // namespace

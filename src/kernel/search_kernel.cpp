@@ -140,14 +140,16 @@ struct Search {
 
     // The static value of a position for its side to move. With chance at work this draws, and so
     // must be asked for every evaluation once, when it is counted.
-    double StaticValue(const SearchBoard<Set>& board) {
+    double StaticValue(const SearchBoard<Set>& board, bool isEnd) {
         const double randomTerm = HasChance() ? RandomWeight * RandomReal() : 0.0;
-        return PositionValue(CountTallies(Tables.Shape, board), Weights, randomTerm,
-                             board.ActivePlayer);
+        const double value =
+            isEnd ? FinalValue(StoneLead(board))
+                  : WeightedSum(CountTallies(Tables.Shape, board), Weights) + randomTerm;
+        return ValueFor(board.ActivePlayer, value);
     }
 
-    double StaticValueBehind(const SearchBoard<Set>& board, const Step& way, Set dead) {
-        return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead));
+    double StaticValueBehind(const SearchBoard<Set>& board, const Step& way, Set dead, bool isEnd) {
+        return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead), isEnd);
     }
 
     // The directions in which a tower with these targets can move: bit d for direction d.
@@ -186,10 +188,11 @@ struct Search {
     }
 
     // Takes in a leaf by its exact value. Answers false when it reaches the bound.
-    bool TakeExactly(const SearchBoard<Set>& board, const Step& way, Set dead, double treshold,
-                     BestLeaf<Set>& leaf) {
+    bool TakeExactly(const SearchBoard<Set>& board, const Step& way, const Landing<Set>& landing,
+                     double treshold, BestLeaf<Set>& leaf) {
         SettleLeaf(board, leaf);
-        const bool goesOn = leaf.Best.Take(-StaticValueBehind(board, way, dead), way, treshold);
+        const bool goesOn = leaf.Best.Take(
+            -StaticValueBehind(board, way, landing.Dead, !CanMove(landing.Sum)), way, treshold);
         leaf.Low = Tables.Worths.RankOf(leaf.Best.Value) - 1;
         leaf.High = leaf.Low + 2;
         return goesOn;
@@ -197,7 +200,7 @@ struct Search {
 
     void SettleLeaf(const SearchBoard<Set>& board, BestLeaf<Set>& leaf) {
         if (!leaf.HasValue) {
-            leaf.Best.Value = -StaticValueBehind(board, leaf.Best.Way, leaf.Dead);
+            leaf.Best.Value = -StaticValueBehind(board, leaf.Best.Way, leaf.Dead, false);
             leaf.HasValue = true;
         }
     }
@@ -216,7 +219,7 @@ struct Search {
             const bool isEnd = !CanMove(landing.Sum);
             IsExact = IsExact && isEnd;
             if (isEnd || HasChance()) {
-                return TakeExactly(board, way, landing.Dead, treshold, leaf);
+                return TakeExactly(board, way, landing, treshold, leaf);
             }
             const Rank rank = RankAgainst(landing.Sum, opponent);
             if (rank + margin <= leaf.Low) {
@@ -227,7 +230,7 @@ struct Search {
                 return false;
             }
             if (rank - margin <= leaf.High || rank + margin >= bound) {
-                return TakeExactly(board, way, landing.Dead, treshold, leaf);
+                return TakeExactly(board, way, landing, treshold, leaf);
             }
             leaf.Best.Way = way;
             leaf.Best.HasMove = true;
@@ -250,7 +253,7 @@ struct Search {
 
     void SettleChild(const SearchBoard<Set>& board, Child<Set>& child) {
         if (!child.HasValue) {
-            child.Value = StaticValueBehind(board, child.Way, child.Dead);
+            child.Value = StaticValueBehind(board, child.Way, child.Dead, !CanMove(child.Sum));
             child.HasValue = true;
         }
     }
@@ -351,7 +354,7 @@ struct Search {
     double SearchPass(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth) {
         if (depth == 0) {
             IsExact = false;
-            return HasChance() ? -drawnValue : -StaticValue(board);
+            return HasChance() ? -drawnValue : -StaticValue(board, false);
         }
         SearchBoard<Set> passed = board;
         passed.ActivePlayer = OtherColor(board.ActivePlayer);
@@ -409,12 +412,11 @@ struct Search {
             return SearchAnew(board, sum, drawnValue, depth, treshold).Value;
         }
         const auto key = Space.Table.KeyOf(board, depth);
-        auto& slot = Space.Table.Slot(key);
-        const SearchOutcome& known = slot.Outcome;
-        if (slot.Node == key && treshold > known.Above && treshold <= known.UpTo) {
-            NumEvaluations += known.NumEvaluations;
-            IsExact = IsExact && known.IsExact;
-            return known.Value;
+        const SearchOutcome* known = Space.Table.Find(key);
+        if (known != nullptr && treshold > known->Above && treshold <= known->UpTo) {
+            NumEvaluations += known->NumEvaluations;
+            IsExact = IsExact && known->IsExact;
+            return known->Value;
         }
         const bool wasExact = IsExact;
         IsExact = true;
@@ -423,8 +425,7 @@ struct Search {
             return outcome.Value;
         }
         outcome.IsExact = IsExact;
-        slot.Node = key;
-        slot.Outcome = outcome;
+        Space.Table.Store(key, outcome);
         IsExact = IsExact && wasExact;
         return outcome.Value;
     }

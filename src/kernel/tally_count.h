@@ -19,18 +19,16 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
     std::array<std::uint64_t, NUM_KINDS> sums{};
     for (int owner = WHITE; owner <= BLACK; ++owner) {
         const Set enemies = board.Owned[OtherColor(owner)];
-        for (Set towers = board.Owned[owner]; towers != 0;) {
-            const int space = TakeFirst(towers);
-            const std::uint64_t height = board.Height[space];
-            const Set reached =
-                geometry.Reached[space][ReachRow(static_cast<int>(height))] & board.Occupied;
-            auto field = [](Set set, int place) {
-                return static_cast<std::uint64_t>(Count(set)) << place;
+        ForEachSpace(board.Owned[owner], [&](int space) {
+            const int height = board.Height[space];
+            const Set reached = geometry.Reached[space][ReachRow(height)] & board.Occupied;
+            auto field = [](int count, int place) {
+                return static_cast<std::uint64_t>(count) << place;
             };
-            sums[board.Kind[space]] += 1 + field(reached, MOVES) +
-                                       field(reached & board.Life, TO_LIFE) +
-                                       field(reached & enemies, TO_ENEMY) + (height << STONES);
-        }
+            sums[board.Kind[space]] +=
+                1 + field(Count(reached), MOVES) + field(Count(reached & board.Life), TO_LIFE) +
+                field(Count(reached & enemies), TO_ENEMY) + field(height, STONES);
+        });
     }
     Tallies tallies;
     for (int kind = 0; kind < LIFE * KIND_OWNER; ++kind) {
@@ -50,6 +48,15 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
         tallies.Mobility += free ? field(MOVES, TO_LIFE) : 0;
     }
     return tallies;
+}
+
+// The stones of WHITE's towers less those of BLACK's.
+template <typename Set>
+inline int StoneLead(const SearchBoard<Set>& board) {
+    int lead = 0;
+    ForEachSpace(board.Owned[WHITE], [&](int space) { lead += board.Height[space]; });
+    ForEachSpace(board.Owned[BLACK], [&](int space) { lead -= board.Height[space]; });
+    return lead;
 }
 
 // What the search keeps at hand: the tables of the board, and what towers are worth.
