@@ -12,7 +12,7 @@ template <typename Set>
 Tallies TalliesOf(const Position& position) {
     const Geometry<Set>& geometry = CurrentGeometry<Set>();
     const SearchBoard<Set> board = ToSearchBoard(geometry, position);
-    return CountTallies(geometry, board);
+    return CountTallies(geometry, board, true);
 }
 
 }  // namespace

@@ -144,7 +144,9 @@ struct Search {
         const double randomTerm = HasChance() ? RandomWeight * RandomReal() : 0.0;
         const double value =
             isEnd ? FinalValue(StoneLead(board))
-                  : WeightedSum(CountTallies(Tables.Shape, board), Weights) + randomTerm;
+                  : WeightedSum(CountTallies(Tables.Shape, board, Tables.Worths.WithEnemies),
+                                Weights) +
+                        randomTerm;
         return ValueFor(board.ActivePlayer, value);
     }
 

@@ -8,10 +8,12 @@
 
 namespace {
 
-// Counts the tallies of the whole board. The sums of each kind of tower are first gathered in one
+// Counts the tallies of the whole board, without those of the targets that the other side owns when
+// nobody asks for them. The sums of each kind of tower are first gathered in one
 // word, each in a field with room for all that a board can hold.
 template <typename Set>
-inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board) {
+inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
+                            bool withEnemies) {
     constexpr int MOVES = 8;  // where the fields begin; that of the towers at 0
     constexpr int TO_LIFE = 18;
     constexpr int TO_ENEMY = 28;
@@ -27,7 +29,8 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
             };
             sums[board.Kind[space]] +=
                 1 + field(Count(reached), MOVES) + field(Count(reached & board.Life), TO_LIFE) +
-                field(Count(reached & enemies), TO_ENEMY) + field(height, STONES);
+                (withEnemies ? field(Count(reached & enemies), TO_ENEMY) : 0) +
+                field(height, STONES);
         });
     }
     Tallies tallies;

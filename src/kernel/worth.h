@@ -69,11 +69,17 @@ struct WorthTable {
 // tallies (19 a space, and all stones), and those of the mobility, a worth has room in 64.
 inline constexpr int WEIGHT_BITS = 32;
 
+// The nearest whole number, or the next one where two are nearly as near: off by half a unit and a
+// trifle. The library's functions take longer than a short search can spare.
+inline Worth RoundedWeight(double scaled) {
+    return static_cast<Worth>(scaled < 0.0 ? scaled - 0.5 : scaled + 0.5);
+}
+
 // Fills what a table says of single towers, in terms of the weights.
 inline void FillTowerWorths(const TallyWeights& weights, WorthTable& table) {
     for (int owner = WHITE; owner <= BLACK; ++owner) {
         auto worthOf = [&](int tally) {
-            return SignOf(owner) * (std::llround(weights[tally] * table.Scale) << MOBILITY_BITS);
+            return SignOf(owner) * (RoundedWeight(weights[tally] * table.Scale) << MOBILITY_BITS);
         };
         for (const bool free : {false, true}) {
             for (const bool life : {false, true}) {
@@ -107,11 +113,11 @@ inline void FillTargetWorths(WorthTable& table) {
 
 // The table for a search of a board with this many spaces and stones.
 //
-// The margin: each weight is off by at most half a unit after rounding, and the tallies that they
-// are multiplied with add up to 19 a space (one tower, and six targets that count three times) and
-// all stones. The true value is itself off the weighted sum by its own roundings, 32 of at most
-// 2^-53 of 2^15 times the largest weight each, which is less than one unit; and RankOf cuts off
-// less than one.
+// The margin: each weight is off by half a unit after rounding, and 2^-20 of one at most, and the
+// tallies that they are multiplied with add up to 19 a space (one tower, and six targets that count
+// three times) and all stones: to less than 2^15. The true value is itself off the weighted sum by
+// its own roundings, 32 of at most 2^-53 of 2^15 times the largest weight each. Besides the halves
+// that is less than one unit each; the division cuts off half a unit, and RankOf less than one.
 inline WorthTable MakeWorthTable(const TallyWeights& weights, int spaces, int stones) {
     double highest = 0.0;
     for (const double weight : weights) {

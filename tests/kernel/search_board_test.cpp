@@ -33,7 +33,9 @@ Tallies PlainTallies(const Position& position) {
 Worth PlainWorth(const Tallies& tallies, const TallyWeights& weights, const WorthTable& table) {
     Worth sum = 0;
     for (int i = 0; i < NUM_TALLIES; ++i) {
-        sum += tallies.Sums[i] * std::llround(weights[i] * table.Scale);
+        EXPECT_NEAR(static_cast<double>(RoundedWeight(weights[i] * table.Scale)),
+                    weights[i] * table.Scale, 0.500001);
+        sum += tallies.Sums[i] * RoundedWeight(weights[i] * table.Scale);
     }
     return (sum << MOBILITY_BITS) + tallies.Mobility;
 }
@@ -44,7 +46,7 @@ template <typename Set>
 void CompareChildren(const Position& position, const EvalWeights& weights) {
     const Geometry<Set>& shape = CurrentGeometry<Set>();
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
-    ASSERT_EQ(CountTallies(shape, board), PlainTallies(position))
+    ASSERT_EQ(CountTallies(shape, board, true), PlainTallies(position))
         << WriteBoardText("parent", position);
     const TallyWeights ordered = OrderWeights(weights);
     int stones = 0;
