@@ -139,10 +139,12 @@ private:
     [[nodiscard]] Entry* PlacesOf(const Key& key) const {
         std::array<std::uint64_t, sizeof(Key) / sizeof(std::uint64_t)> words;
         std::memcpy(words.data(), &key, sizeof key);
+        // Every word has an odd factor of its own, so that the products need not wait for each
+        // other.
         constexpr std::uint64_t GOLDEN = 0x9E3779B97F4A7C15U;
         std::uint64_t hash = 0;
-        for (const std::uint64_t word : words) {
-            hash = (std::rotl(hash, 29) ^ word) * GOLDEN;
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            hash += std::rotl(words[i] * (GOLDEN * (2 * i + 1)), 32);
         }
         return Entries + ((hash ^ hash >> 32) * GOLDEN >> (65 - IndexBits())) * 2;
     }
