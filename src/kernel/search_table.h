@@ -88,7 +88,7 @@ struct SearchTable {
     }
 
     void Store(const Key& key, const SearchOutcome& outcome) {
-        if (++NumStored > NumEntries() && SizeInUse + 1 < NUM_SIZES) {
+        if (++NumStored > 2 * NumEntries() && SizeInUse + 1 < NUM_SIZES) {
             Grow();
         }
         Put({key, outcome});
