@@ -22,7 +22,9 @@ namespace {
 struct SearchOutcome {
     double Value = 0.0;  // what the search of the node returned
     double Above = 0.0;  // the best value before the move that reached the bound
-    double UpTo = 0.0;   // the value of that move, or HIGH_INIT_VALUE when none reached it
+    // The value of that move, or a trifle less where only that it was enough is known; or
+    // HIGH_INIT_VALUE when none reached the bound.
+    double UpTo = 0.0;
     std::int64_t NumEvaluations = 0;  // counted evaluations of the whole subtree
     bool IsExact = false;             // every line ended in an end position
 };
