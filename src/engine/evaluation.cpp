@@ -12,7 +12,7 @@ template <typename Set>
 Tallies TalliesOf(const Position& position) {
     const Geometry<Set>& geometry = CurrentGeometry<Set>();
     const SearchBoard<Set> board = ToSearchBoard(geometry, position);
-    return CountTallies(geometry, ViewOf(board, true), board.Height);
+    return CountTallies(geometry, board, true);
 }
 
 }  // namespace
@@ -20,9 +20,12 @@ Tallies TalliesOf(const Position& position) {
 int EvaluatePosition(Position& position, const EvalWeights& weights) {
     const Tallies tallies =
         IsSmallBoard() ? TalliesOf<SmallSet>(position) : TalliesOf<LargeSet>(position);
+    const double randomTerm = weights.Random * RandomReal();
     position.EndPosition = tallies.Mobility == 0 ? 1 : 0;
-    position.Value = PositionValue(tallies, OrderWeights(weights), weights.Random * RandomReal(),
-                                   position.ActivePlayer);
+    const double value = position.EndPosition == 1
+                             ? FinalValue(StoneLeadOf(tallies))
+                             : WeightedSum(tallies, OrderWeights(weights)) + randomTerm;
+    position.Value = ValueFor(position.ActivePlayer, value);
     CountEvaluations(1);
     return position.EndPosition;
 }

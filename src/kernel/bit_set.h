@@ -34,9 +34,13 @@ inline Set Bit(int space) {
     return Set{1} << space;
 }
 
-template <typename Set>
-inline bool Has(Set set, int space) {
+inline bool Has(SmallSet set, int space) {
     return (set >> space & 1) != 0;
+}
+
+inline bool Has(LargeSet set, int space) {
+    const auto half = static_cast<SmallSet>(space < 64 ? set : set >> 64);
+    return Has(half, space & 63);
 }
 
 // Takes the lowest space out of a set that is not empty.
@@ -45,6 +49,20 @@ inline int TakeFirst(Set& set) {
     const int space = First(set);
     set &= set - 1;
     return space;
+}
+
+// Calls `visit(space)` for every space of a set, from the lowest.
+template <typename Visit>
+inline void ForEachSpace(SmallSet set, Visit visit) {
+    while (set != 0) {
+        visit(TakeFirst(set));
+    }
+}
+
+template <typename Visit>
+inline void ForEachSpace(LargeSet set, Visit visit) {
+    ForEachSpace(static_cast<SmallSet>(set), visit);
+    ForEachSpace(static_cast<SmallSet>(set >> 64), [&](int space) { visit(64 + space); });
 }
 
 }  // namespace

@@ -37,6 +37,24 @@ void FillTargets(Geometry<Set>& geometry, const SpaceNumbers& numbers, int space
     geometry.Reached[space][height] = reached;
 }
 
+// Two neighbours each stand side by side in the rows above and below; where only one of the two is
+// on the board, the other's number follows from it.
+template <typename Set>
+void FillRing(Geometry<Set>& geometry, int space) {
+    const auto& targets = geometry.Target[space][1];
+    auto& ring = geometry.Rings[space];
+    auto isThere = [&](int d) { return targets[d] != geometry.NumSpaces; };
+    for (int d = 0; d < NUM_DIRECTIONS; ++d) {
+        ring.OnBoard |= static_cast<std::uint8_t>((isThere(d) ? 1 : 0) << d);
+    }
+    ring.Above = static_cast<std::uint8_t>(isThere(4)   ? targets[4] + 1
+                                           : isThere(5) ? targets[5]
+                                                        : 0);
+    ring.Below = static_cast<std::uint8_t>(isThere(2)   ? targets[2] + 1
+                                           : isThere(1) ? targets[1]
+                                                        : 0);
+}
+
 template <typename Set>
 void FillGeometry(Geometry<Set>& geometry) {
     SpaceNumbers numbers{};
@@ -46,6 +64,8 @@ void FillGeometry(Geometry<Set>& geometry) {
         for (int height = 0; height <= REACH_NONE; ++height) {
             FillTargets(geometry, numbers, space, height);
         }
+        geometry.Rings[space] = {};
+        FillRing(geometry, space);
         if (Count(geometry.Neighbours(space)) == NUM_DIRECTIONS) {
             geometry.Inner |= Bit<Set>(space);
         }

@@ -23,6 +23,13 @@ struct Geometry {
     // The same as a set, without what is off the board. Being reached is mutual: the towers of
     // height h that reach a space stand on Reached[space][h].
     std::array<std::array<Set, REACH_NONE + 1>, MAX_SPACES> Reached{};
+    // Where the neighbours of a space stand in a set; see OccupiedNeighbours.
+    struct Ring {
+        std::uint8_t Above = 0;    // number of the space (column, row - 1), plus 1
+        std::uint8_t Below = 0;    // number of (column - 1, row + 1), plus 1
+        std::uint8_t OnBoard = 0;  // bit d: there is a neighbour in direction d
+    };
+    std::array<Ring, MAX_SPACES> Rings{};
     // The spaces whose six neighbours all belong to the board: only they can be enclosed.
     Set Inner = 0;
     std::array<std::uint8_t, MAX_SPACES> Column{};

@@ -1,7 +1,7 @@
-// From a position to its children: the tallies of the evaluation are carried over instead of being
-// counted anew. A move is made in two steps, so that the moves of one tower share what they have in
-// common: lifting the tower off the board (LiftTower), which decides what it leaves behind, and
-// putting it down on a target (TalliesAfter). This is the search's innermost work.
+// From a position to its children: the worth is carried over instead of being counted anew. A move
+// is made in two steps, so that the moves of one tower share what they have in common: lifting the
+// tower off the board (LiftTower), which decides what it leaves behind, and putting it down on a
+// target (PutDown). This is the search's innermost work; what comes up seldom is kept out of line.
 #pragma once
 
 #include <array>
@@ -15,172 +15,141 @@ namespace {
 // The board without one tower of the side to move.
 template <typename Set>
 struct LiftedBoard {
-    Set Occupied = 0;
-    Set Life = 0;
-    Set Enclosed = 0;
-    // What dies wherever the tower goes; it is gone from the sets above and from the tallies.
-    Set Dead = 0;
+    int Space;  // the tower: where it stood, and what it is
+    int Kind;
+    int Height;
+    unsigned Neighbours;  // its neighbours; bit d: there is one in direction d
+    TowerView<Set> View;  // what dies wherever the tower goes is gone from it
+    Set Enclosed;         // and from this
+    Set Dead;             // that which dies so
     // Groups that die unless the tower, which then holds a life stone, is put down on them.
-    std::array<Set, 3> Doomed{};
-    int NumDoomed = 0;
-    Tallies Sums;
+    std::array<Set, 3> Doomed;
+    int NumDoomed;
+    Worth Sum;
 };
 
+// Takes the dead groups out of the sets and the worth. They hold no life, and their neighbours are
+// empty, so nobody's life or freedom changes; only the towers that aim at them from afar lose.
 template <typename Set>
-inline TallyView<Set> ViewOf(const LiftedBoard<Set>& lifted, const SearchBoard<Set>& board,
-                             bool withEnemies) {
-    return {withEnemies, lifted.Occupied, lifted.Life, lifted.Enclosed, board.Owned};
-}
-
-// Takes the lifted tower's share out of the tallies: its own, that of the towers that aimed at it,
-// and the step from enclosed to free of the neighbours that it helped to enclose.
-template <typename Set>
-inline void LiftTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board, int space,
-                        bool withEnemies, LiftedBoard<Set>& lifted) {
-    Tallies& tallies = lifted.Sums;
-    const int owner = board.ActivePlayer;
-    const bool life = Has(board.Life, space);
-    const TallyView<Set> before = ViewOf(board, withEnemies);
-    AddTower(geometry, before, space, owner, board.Height[space], life, true, -1, tallies);
-
-    LoseTarget(board, AimersAt(geometry, board, space), board.Enclosed, owner, life, withEnemies,
-               tallies);
-
-    // From here on the tallies no longer count the lifted tower as anybody's target.
-    const TallyView<Set> after = ViewOf(lifted, board, withEnemies);
-    for (Set freed = board.Enclosed & geometry.Neighbours(space); freed != 0;) {
-        const int tower = TakeFirst(freed);
-        for (int color = WHITE; color <= BLACK; ++color) {
-            if (Has(board.Owned[color], tower)) {
-                const bool towerLife = Has(board.Life, tower);
-                AddTower(geometry, after, tower, color, board.Height[tower], towerLife, false, -1,
-                         tallies);
-                AddTower(geometry, after, tower, color, board.Height[tower], towerLife, true, 1,
-                         tallies);
-            }
-        }
-    }
-}
-
-// Takes the dead groups out of the sets and the tallies. They hold no life, and their neighbours
-// are empty, so nobody's life or freedom changes; only the towers that aim at them from afar lose.
-template <typename Set>
-inline void BuryTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
-                        bool withEnemies, LiftedBoard<Set>& lifted) {
-    const TallyView<Set> view = ViewOf(lifted, board, withEnemies);
-    const Set survivors = lifted.Occupied & ~lifted.Dead;
-    for (Set dead = lifted.Dead & lifted.Occupied; dead != 0;) {
+[[gnu::noinline]] void BuryTowers(const Context<Set>& context, const SearchBoard<Set>& board,
+                                  LiftedBoard<Set>& lifted) {
+    const TowerGroups<Set> groups = GroupTowers(board, lifted.Enclosed);
+    const Set survivors = lifted.View.Occupied & ~lifted.Dead;
+    for (Set dead = lifted.Dead & lifted.View.Occupied; dead != 0;) {
         const int space = TakeFirst(dead);
-        const int owner = Has(board.Owned[WHITE], space) ? WHITE : BLACK;
-        AddTower(geometry, view, space, owner, board.Height[space], false,
-                 !Has(lifted.Enclosed, space), -1, lifted.Sums);
-        LoseTarget(board, AimersAt(geometry, board, space) & survivors, lifted.Enclosed, owner,
-                   false, withEnemies, lifted.Sums);
+        const int kind = board.Kind[space] | (Has(lifted.Enclosed, space) ? 0 : KIND_FREE);
+        lifted.Sum -= WorthOfTower(context, board, lifted.View, space, kind, board.Height[space]);
+        const Set aimers = AimersAt(context.Shape, board, space) & survivors;
+        lifted.Sum -= WorthOfTarget(context, board, groups, aimers, kind);
     }
-    lifted.Occupied = survivors;
+    lifted.View.Occupied = survivors;
     lifted.Enclosed &= survivors;
 }
 
-// Lifts a free tower of the side to move off `board`, whose tallies are `parent`.
+// What dies when a tower that holds life leaves, unless it is put down there.
 template <typename Set>
-inline LiftedBoard<Set> LiftTower(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
-                                  const Tallies& parent, int space, bool withEnemies) {
+[[gnu::noinline]] void FindDoomed(const Geometry<Set>& geometry, LiftedBoard<Set>& lifted) {
+    const RunStarts runs = FindRuns(geometry, lifted.Neighbours, lifted.Space);
+    for (int i = 0; i < runs.Count; ++i) {
+        Set group;
+        if (!IsAlive(geometry, lifted.View.Occupied, lifted.View.Life, runs.Spaces[i], group)) {
+            lifted.Doomed[lifted.NumDoomed++] = group;
+        }
+    }
+}
+
+// Lifts a free tower of the side to move off `board`, which is worth `sum`.
+template <typename Set>
+inline void LiftTower(const Context<Set>& context, const SearchBoard<Set>& board,
+                      const TowerGroups<Set>& groups, Worth sum, int space,
+                      LiftedBoard<Set>& lifted) {
+    const Geometry<Set>& geometry = context.Shape;
     const Set rest = ~Bit<Set>(space);
-    LiftedBoard<Set> lifted = {.Occupied = board.Occupied & rest,
-                               .Life = board.Life & rest,
-                               .Enclosed = board.Enclosed & ~geometry.Neighbours(space),
-                               .Dead = 0,
-                               .Doomed = {},
-                               .NumDoomed = 0,
-                               .Sums = parent};
+    lifted.Space = space;
+    lifted.Kind = board.Kind[space];
+    lifted.Height = board.Height[space];
+    lifted.Neighbours = OccupiedNeighbours(geometry, board.Occupied, space);
+    lifted.View = {board.Occupied & rest, board.Life & rest};
+    lifted.Enclosed = board.Enclosed & ~geometry.Neighbours(space);
+    lifted.Dead = 0;
+    lifted.NumDoomed = 0;
+    // The tower's own share, and that of those who aim at it: from here on it is nobody's target.
+    sum -= WorthOfTower(context, board, lifted.View, space, lifted.Kind, lifted.Height);
+    sum -= WorthOfTarget(context, board, groups, AimersAt(geometry, board, space), lifted.Kind);
+    // Neighbours that it helped to enclose step from enclosed to free.
+    for (Set freed = board.Enclosed & geometry.Neighbours(space); freed != 0;) {
+        const int tower = TakeFirst(freed);
+        const int kind = board.Kind[tower];
+        const int height = board.Height[tower];
+        sum -= WorthOfTower(context, board, lifted.View, tower, kind, height);
+        sum += WorthOfTower(context, board, lifted.View, tower, kind | KIND_FREE, height);
+    }
+    lifted.Sum = sum;
 
-    const RunStarts runs = FindRuns(geometry, lifted.Occupied, space);
-    if (Has(board.Life, space)) {
-        for (int i = 0; i < runs.Count; ++i) {
-            Set group;
-            if (!IsAlive(geometry, lifted.Occupied, lifted.Life, runs.Spaces[i], group)) {
-                lifted.Doomed[lifted.NumDoomed++] = group;
-            }
+    if ((lifted.Kind & KIND_LIFE) != 0) {
+        FindDoomed(geometry, lifted);
+    } else if (RUN_DIRECTIONS[lifted.Neighbours].Count >= 2) {
+        lifted.Dead = KillBehindPlainTower(geometry, FindRuns(geometry, lifted.Neighbours, space),
+                                           lifted.View.Life, lifted.View.Occupied);
+        if (lifted.Dead != 0) {
+            BuryTowers(context, board, lifted);
         }
-    } else if (runs.Count >= 2) {
-        lifted.Dead = KillBehindPlainTower(geometry, runs, lifted.Life, lifted.Occupied);
     }
-    LiftTallies(geometry, board, space, withEnemies, lifted);
-    if (lifted.Dead != 0) {
-        BuryTallies(geometry, board, withEnemies, lifted);
-    }
-    return lifted;
 }
 
-// What dies when the lifted tower is put down on `target`.
+// What comes of putting the lifted tower down.
 template <typename Set>
-inline Set DeadAfter(const LiftedBoard<Set>& lifted, int target) {
+struct Landing {
+    Set Dead;   // what dies
+    Worth Sum;  // the worth of the position behind the move
+};
+
+// Some groups die by this move alone: the worth is counted anew.
+template <typename Set>
+[[gnu::noinline]] Worth CountWorthBehind(const Context<Set>& context, const SearchBoard<Set>& board,
+                                         int source, int target, Set dead) {
+    return WorthOfBoard(context, MakeChild(context.Shape, board, source, target, dead));
+}
+
+// What the towers that aim at the target of a move gain when its kind changes.
+template <typename Set>
+[[gnu::noinline]] Worth WorthOfChange(const Context<Set>& context, const SearchBoard<Set>& board,
+                                      const LiftedBoard<Set>& lifted, int target, int from,
+                                      int to) {
+    const TowerGroups<Set> groups = GroupTowers(board, lifted.Enclosed);
+    const Set aimers = AimersAt(context.Shape, board, target) & lifted.View.Occupied;
+    return WorthOfTarget(context, board, groups, aimers, to) -
+           WorthOfTarget(context, board, groups, aimers, from);
+}
+
+// Puts the lifted tower down on `target`.
+template <typename Set>
+inline Landing<Set> PutDown(const Context<Set>& context, const SearchBoard<Set>& board,
+                            const LiftedBoard<Set>& lifted, int target) {
     Set dead = lifted.Dead;
-    for (int i = 0; i < lifted.NumDoomed; ++i) {
-        dead |= Has(lifted.Doomed[i], target) ? Set{0} : lifted.Doomed[i];
-    }
-    return dead;
-}
-
-// Changes the tallies of the towers that aim at the target of a move, which has gained life or a
-// new owner, the mover.
-template <typename Set>
-inline void ChangeTarget(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
-                         const LiftedBoard<Set>& lifted, int target, bool gainsLife,
-                         bool withEnemies, Tallies& tallies) {
-    if (!gainsLife && !withEnemies) {
-        return;
-    }
-    const int mover = board.ActivePlayer;
-    const int other = OtherColor(mover);
-    const bool ownTarget = Has(board.Owned[mover], target);
-    const bool otherTarget = Has(board.Owned[other], target);
-    const Set aimers = AimersAt(geometry, board, target) & lifted.Occupied;
-    for (const bool free : {false, true}) {
-        const Set some = aimers & (free ? ~lifted.Enclosed : lifted.Enclosed);
-        const int own = Count(some & board.Owned[mover]);
-        const int others = Count(some & board.Owned[other]);
-        int* targets = &tallies.Sums[TargetSums(free)];
-        targets[TALLY_TO_LIFE] += gainsLife ? SignOf(mover) * (own - others) : 0;
-        if (withEnemies) {
-            targets[TALLY_TO_ENEMY] += ownTarget ? 0 : SignOf(other) * others;
-            targets[TALLY_TO_ENEMY] -= otherTarget ? SignOf(mover) * own : 0;
+    if (lifted.NumDoomed != 0) {
+        for (int i = 0; i < lifted.NumDoomed; ++i) {
+            dead |= Has(lifted.Doomed[i], target) ? Set{0} : lifted.Doomed[i];
+        }
+        if (dead != 0) {
+            return {dead, CountWorthBehind(context, board, lifted.Space, target, dead)};
         }
     }
-}
-
-// The tallies behind the move of the lifted tower from `source` to `target`.
-template <typename Set>
-inline Tallies TalliesAfter(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
-                            const LiftedBoard<Set>& lifted, int source, int target,
-                            bool withEnemies) {
-    const Set dead = DeadAfter(lifted, target);
-    if (dead != lifted.Dead) {
-        const SearchBoard<Set> child = MakeChild(geometry, board, source, target, dead);
-        return CountTallies(geometry, ViewOf(child, withEnemies), child.Height);
+    if (dead != 0 && Has(dead, target)) {
+        return {dead, lifted.Sum};
     }
-    Tallies tallies = lifted.Sums;
-    if (Has(dead, target)) {
-        return tallies;
+    // A tower of one stone moves to a neighbour, which it no longer encloses.
+    const int from = board.Kind[target] | (lifted.Height == 1 ? KIND_FREE : 0);
+    const int height = board.Height[target];
+    constexpr int STAYS = KIND_FREE | KIND_LIFE;
+    const int to = (from & STAYS) | (lifted.Kind & ~KIND_FREE);
+    Worth sum = lifted.Sum;
+    sum -= WorthOfTower(context, board, lifted.View, target, from, height);
+    sum += WorthOfTower(context, board, lifted.View, target, to, height + lifted.Height);
+    if ((lifted.Kind & KIND_LIFE) != 0 || context.Worths.WithEnemies) {
+        sum += WorthOfChange(context, board, lifted, target, from, to);
     }
-    const int mover = board.ActivePlayer;
-    const int stacked = board.Height[source] + board.Height[target];
-    const bool free = !Has(lifted.Enclosed, target);
-    const bool sourceLife = Has(board.Life, source);
-    const bool targetLife = Has(board.Life, target);
-    const TallyView<Set> view = ViewOf(lifted, board, withEnemies);
-    const bool ownTarget = Has(board.Owned[mover], target);
-    if (ownTarget || Has(board.Owned[OtherColor(mover)], target)) {
-        AddTower(geometry, view, target, ownTarget ? mover : OtherColor(mover),
-                 board.Height[target], targetLife, free, -1, tallies);
-    }
-    AddTower(geometry, view, target, mover, stacked, sourceLife || targetLife, free, 1, tallies);
-
-    if (ownTarget && (targetLife || !sourceLife)) {
-        return tallies;  // to those that aim at it, the target is what it was
-    }
-    ChangeTarget(geometry, board, lifted, target, sourceLife && !targetLife, withEnemies, tallies);
-    return tallies;
+    return {dead, sum};
 }
 
 }  // namespace

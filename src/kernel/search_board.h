@@ -10,17 +10,31 @@
 
 namespace {
 
+// The kind of a tower as an index: whose it is, whether it is free and whether it holds life. A
+// lone life stone has a kind of its own.
+inline constexpr int KIND_LIFE = 1;
+inline constexpr int KIND_FREE = 2;
+inline constexpr int KIND_OWNER = 4;  // WHITE 0, BLACK 4, LIFE 8
+inline constexpr int NUM_KINDS = 12;
+inline constexpr int KindOf(int owner, bool free, bool life) {
+    return owner * KIND_OWNER + (free ? KIND_FREE : 0) + (life ? KIND_LIFE : 0);
+}
+inline constexpr int OwnerOf(int kind) {
+    return kind / KIND_OWNER;
+}
+
 template <typename Set>
 struct SearchBoard {
-    Set Occupied = 0;            // towers and lone life stones
-    Set Life = 0;                // what holds a life stone
-    Set Enclosed = 0;            // occupied spaces whose six neighbours are occupied
-    std::array<Set, 2> Owned{};  // the towers of WHITE and of BLACK
+    Set Occupied;              // towers and lone life stones
+    Set Life;                  // what holds a life stone
+    Set Enclosed;              // occupied spaces whose six neighbours are occupied
+    std::array<Set, 2> Owned;  // the towers of WHITE and of BLACK
     // The towers of each height that can reach anything; the first and the last entry stay empty.
     // Aligned, and always walked from one end to the other: that takes a few vector instructions.
-    alignas(32) std::array<Set, REACH_NONE + 1> ByHeight{};
-    std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height{};  // 0 where not occupied
-    int ActivePlayer = WHITE;
+    alignas(32) std::array<Set, REACH_NONE + 1> ByHeight;
+    std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height;  // 0 where not occupied
+    std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Kind;    // likewise
+    int ActivePlayer;
 
     bool operator==(const SearchBoard&) const = default;
 };
@@ -46,7 +60,7 @@ inline Set EnclosedSpaces(const Geometry<Set>& geometry, Set occupied) {
 // The compact form of a position of the move phase.
 template <typename Set>
 inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Position& position) {
-    SearchBoard<Set> board;
+    SearchBoard<Set> board{};
     for (int i = 0; i < geometry.NumSpaces; ++i) {
         const Space& space = position.Spaces[geometry.Column[i]][geometry.Row[i]];
         if (space.Height == 0) {
@@ -64,6 +78,12 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
         }
     }
     board.Enclosed = EnclosedSpaces(geometry, board.Occupied);
+    for (Set occupied = board.Occupied; occupied != 0;) {
+        const int i = TakeFirst(occupied);
+        const int owner = position.Spaces[geometry.Column[i]][geometry.Row[i]].Owner;
+        board.Kind[i] =
+            static_cast<std::uint8_t>(KindOf(owner, !Has(board.Enclosed, i), Has(board.Life, i)));
+    }
     board.ActivePlayer = position.ActivePlayer;
     return board;
 }
@@ -86,32 +106,41 @@ inline SearchBoard<Set> MakeChild(const Geometry<Set>& geometry, const SearchBoa
     const Set from = Bit<Set>(source);
     const Set to = Bit<Set>(target);
     const int mover = board.ActivePlayer;
-    const int height = board.Height[source];
-    const int stacked = height + board.Height[target];
+    const int stacked = board.Height[source] + board.Height[target];
     const Set alive = ~(from | dead);
-
-    SearchBoard<Set> child = board;
-    child.ActivePlayer = OtherColor(mover);
-    child.Owned[mover] |= to;
-    child.Owned[OtherColor(mover)] &= ~to;
-    child.Life |= (board.Life & from) != 0 ? to : Set{0};
-    child.Height[source] = 0;
-    child.Height[target] = static_cast<std::uint8_t>(stacked);
-    for (Set gone = dead; gone != 0;) {
-        child.Height[TakeFirst(gone)] = 0;
-    }
-    child.Occupied &= alive;
-    child.Life &= alive;
-    child.Enclosed &= alive & ~geometry.Neighbours(source);
-    child.Owned[WHITE] &= alive;
-    child.Owned[BLACK] &= alive;
     const Set stay = alive & ~to;
-    for (Set& towers : child.ByHeight) {
-        towers &= stay;
+
+    SearchBoard<Set> child;
+    child.Occupied = board.Occupied & alive;
+    child.Life = (board.Life | (Has(board.Life, source) ? to : Set{0})) & alive;
+    child.Enclosed = board.Enclosed & alive & ~geometry.Neighbours(source);
+    child.Owned[mover] = (board.Owned[mover] | to) & alive;
+    child.Owned[OtherColor(mover)] = board.Owned[OtherColor(mover)] & stay;
+    for (int height = 0; height <= REACH_NONE; ++height) {
+        child.ByHeight[height] = board.ByHeight[height] & stay;
     }
     if (stacked < REACH_NONE) {
         child.ByHeight[stacked] |= to & alive;
     }
+    for (int space = 0; space < Geometry<Set>::MAX_SPACES; ++space) {
+        child.Height[space] = board.Height[space];
+    }
+    for (int space = 0; space < Geometry<Set>::MAX_SPACES; ++space) {
+        child.Kind[space] = board.Kind[space];
+    }
+    for (Set freed = board.Enclosed & geometry.Neighbours(source); freed != 0;) {
+        child.Kind[TakeFirst(freed)] |= KIND_FREE;
+    }
+    child.Height[target] = static_cast<std::uint8_t>(stacked);
+    child.Kind[target] =
+        static_cast<std::uint8_t>(mover * KIND_OWNER | (child.Kind[target] & KIND_FREE) |
+                                  ((board.Kind[source] | board.Kind[target]) & KIND_LIFE));
+    for (Set gone = dead | from; gone != 0;) {
+        const int space = TakeFirst(gone);
+        child.Height[space] = 0;
+        child.Kind[space] = 0;
+    }
+    child.ActivePlayer = OtherColor(mover);
     return child;
 }
 

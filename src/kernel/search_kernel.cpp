@@ -1,6 +1,7 @@
 #include "kernel/search_kernel.h"
 
 #include <array>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -33,11 +34,14 @@ Move MoveOf(const Geometry<Set>& geometry, const Step& step) {
             .Direction = step.Direction};
 }
 
+// A move of a node above the leaves and what is known of the position behind it.
 template <typename Set>
 struct Child {
+    Set Dead;
     Step Way;
-    Set Dead = 0;
-    Tallies Sums;
+    bool HasValue;
+    Worth Sum;
+    double Value;  // the static value for the side to move, when HasValue
 };
 
 // The children of the node that is searched at one remaining depth. A node only writes the level of
@@ -45,7 +49,7 @@ struct Child {
 template <typename Set>
 struct Level {
     std::array<Child<Set>, MAX_MOVES> Children;
-    std::array<double, MAX_MOVES> Values;  // static values, seen from the side to move in the child
+    std::array<Rank, MAX_MOVES> Ranks;  // for the side that moves at the node
     std::array<int, MAX_MOVES> Order;
 };
 
@@ -100,83 +104,199 @@ struct BestSoFar {
     [[nodiscard]] double Result() const { return IsCutOff ? LOW_INIT_VALUE : -Value; }
 };
 
+// A value that is never enough; see SearchLeaves.
+constexpr double NEVER = std::numeric_limits<double>::infinity();
+
+// The best of the leaves of a node so far. While others are surely worse, its value need not be
+// known, only where it lies; so it is worked out when somebody asks.
+template <typename Set>
+struct BestLeaf {
+    static constexpr Rank NONE = std::numeric_limits<Rank>::min() / 2;
+
+    BestSoFar Best;
+    Set Dead = 0;  // what dies by its move
+    bool HasValue = true;
+    Rank Low = NONE;   // its value lies from here
+    Rank High = NONE;  // to here
+};
+
 template <typename Set>
 struct Search {
-    const Geometry<Set>& Shape;
+    Context<Set> Tables;
     Workspace<Set>& Space;
     TallyWeights Weights;
     double RandomWeight;
-    bool WithEnemies;  // the weights ask for the targets that the other side owns
     int RootDepth;
     const SearchWatch* Watch;
     std::int64_t NumEvaluations = 0;
-    std::int64_t NumDraws = 0;  // draws that are still owed to the random generator
-    bool IsExact = true;        // no line has ended but in an end position
-    bool IsStopped = false;     // the search unwinds, and what its nodes answer means nothing
+    bool IsExact = true;     // no line has ended but in an end position
+    bool IsStopped = false;  // the search unwinds, and what its nodes answer means nothing
     int NodesUntilReport = NODES_PER_REPORT;
     SearchProgress Progress = {};
 
-    // Counts an evaluation and answers its value, seen from the side to move, here `player`.
-    double Evaluate(const Tallies& tallies, int player) {
-        ++NumEvaluations;
-        double randomTerm = 0.0;
-        if (RandomWeight != 0.0) {
-            randomTerm = RandomWeight * RandomReal();
-        } else {
-            ++NumDraws;  // what is drawn does not matter, only that it is drawn
-        }
-        return PositionValue(tallies, Weights, randomTerm, player);
+    // With a random term every evaluation has a draw of its own, and no value is what it was
+    // before.
+    [[nodiscard]] bool HasChance() const { return RandomWeight != 0.0; }
+
+    // The static value of a position for its side to move. With chance at work this draws, and so
+    // must be asked for every evaluation once, when it is counted.
+    double StaticValue(const SearchBoard<Set>& board, bool isEnd) {
+        const double randomTerm = HasChance() ? RandomWeight * RandomReal() : 0.0;
+        const double value =
+            isEnd ? FinalValue(StoneLead(board))
+                  : WeightedSum(CountTallies(Tables.Shape, board, Tables.Worths.WithEnemies),
+                                Weights) +
+                        randomTerm;
+        return ValueFor(board.ActivePlayer, value);
     }
 
-    // Calls `visit(lifted, step)` for every move, in generation order, as long as it answers true.
+    double StaticValueBehind(const SearchBoard<Set>& board, const Step& way, Set dead, bool isEnd) {
+        return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead), isEnd);
+    }
+
+    // The directions in which a tower with these targets can move: bit d for direction d.
+    static unsigned OccupiedWays(const std::array<std::uint8_t, NUM_DIRECTIONS>& targets,
+                                 Set occupied) {
+        unsigned ways = 0;
+        for (int d = 0; d < NUM_DIRECTIONS; ++d) {
+            ways |= static_cast<unsigned>(Has(occupied, targets[d])) << d;
+        }
+        return ways;
+    }
+
+    // Calls `visit(landing, step)` for every move, in generation order, as long as it answers true.
     template <typename Visit>
-    void ForEachMove(const SearchBoard<Set>& board, const Tallies& tallies, Visit visit) {
+    void ForEachMove(const SearchBoard<Set>& board, Worth sum, Visit visit) {
+        const TowerGroups<Set> groups = GroupTowers(board, board.Enclosed);
+        LiftedBoard<Set> lifted;
         for (Set movers = board.Owned[board.ActivePlayer] & ~board.Enclosed; movers != 0;) {
             const int source = TakeFirst(movers);
             const int row = ReachRow(board.Height[source]);
-            if ((Shape.Reached[source][row] & board.Occupied) == 0) {
+            if ((Tables.Shape.Reached[source][row] & board.Occupied) == 0) {
                 continue;
             }
-            const LiftedBoard<Set> lifted = LiftTower(Shape, board, tallies, source, WithEnemies);
-            const auto& targets = Shape.Target[source][row];
-            for (int d = 0; d < NUM_DIRECTIONS; ++d) {
-                if (Has(board.Occupied, targets[d]) &&
-                    !visit(lifted, Step{source, targets[d], d})) {
+            LiftTower(Tables, board, groups, sum, source, lifted);
+            const auto& targets = Tables.Shape.Target[source][row];
+            unsigned ways = row == 1 ? lifted.Neighbours : OccupiedWays(targets, board.Occupied);
+            for (; ways != 0; ways &= ways - 1) {
+                const int direction = First(SmallSet{ways});
+                const int target = targets[direction];
+                if (!visit(PutDown(Tables, board, lifted, target),
+                           Step{source, target, direction})) {
                     return;
                 }
             }
         }
     }
 
-    // A node of depth 0: its children are judged by their static values, one by one, so that a
-    // cut-off saves the rest.
-    BestSoFar SearchLeaves(const SearchBoard<Set>& board, const Tallies& tallies, double treshold) {
-        BestSoFar best;
-        const int opponent = OtherColor(board.ActivePlayer);
-        ForEachMove(board, tallies, [&](const LiftedBoard<Set>& lifted, const Step& way) {
-            const Tallies sums =
-                TalliesAfter(Shape, board, lifted, way.Source, way.Target, WithEnemies);
-            const double value = -Evaluate(sums, opponent);
-            IsExact = IsExact && sums.Mobility == 0;
-            return best.Take(value, way, treshold);
-        });
-        return best;
+    // Takes in a leaf by its exact value. Answers false when it reaches the bound.
+    bool TakeExactly(const SearchBoard<Set>& board, const Step& way, const Landing<Set>& landing,
+                     double treshold, BestLeaf<Set>& leaf) {
+        SettleLeaf(board, leaf);
+        const bool goesOn = leaf.Best.Take(
+            -StaticValueBehind(board, way, landing.Dead, !CanMove(landing.Sum)), way, treshold);
+        leaf.Low = Tables.Worths.RankOf(leaf.Best.Value) - 1;
+        leaf.High = leaf.Low + 2;
+        return goesOn;
     }
 
-    // Makes and evaluates every child of a deeper node. Answers their number.
-    int ExpandNode(const SearchBoard<Set>& board, const Tallies& tallies, Level<Set>& level) {
+    void SettleLeaf(const SearchBoard<Set>& board, BestLeaf<Set>& leaf) {
+        if (!leaf.HasValue) {
+            leaf.Best.Value = -StaticValueBehind(board, leaf.Best.Way, leaf.Dead, false);
+            leaf.HasValue = true;
+        }
+    }
+
+    // A node of depth 0: its children are judged by their static values, one by one, so that a
+    // cut-off saves the rest. For the side that moved into the node a value of `enough` is as good
+    // as any above it: the answer is then at least that, and at most the value.
+    BestSoFar SearchLeaves(const SearchBoard<Set>& board, Worth sum, double treshold,
+                           double enough) {
+        BestLeaf<Set> leaf;
+        const Rank bound = Tables.Worths.RankOf(treshold);
+        const Rank margin = Tables.Worths.Margin;
+        const int opponent = OtherColor(board.ActivePlayer);
+        ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
+            ++NumEvaluations;
+            const bool isEnd = !CanMove(landing.Sum);
+            IsExact = IsExact && isEnd;
+            if (isEnd || HasChance()) {
+                return TakeExactly(board, way, landing, treshold, leaf);
+            }
+            const Rank rank = RankAgainst(landing.Sum, opponent);
+            if (rank + margin <= leaf.Low) {
+                return true;  // no better than the best
+            }
+            if (rank - margin >= bound) {
+                leaf.Best.IsCutOff = leaf.Best.HasMove = true;
+                return false;
+            }
+            if (rank - margin <= leaf.High || rank + margin >= bound) {
+                return TakeExactly(board, way, landing, treshold, leaf);
+            }
+            leaf.Best.Way = way;
+            leaf.Best.HasMove = true;
+            leaf.Dead = landing.Dead;
+            leaf.HasValue = false;
+            leaf.Low = rank - margin;
+            leaf.High = rank + margin;
+            return true;
+        });
+        if (leaf.Best.IsCutOff) {
+            return leaf.Best;
+        }
+        if (!leaf.HasValue && -leaf.High > Tables.Worths.RankOf(enough)) {
+            leaf.Best.Value = static_cast<double>(leaf.High) / Tables.Worths.Scale;
+            return leaf.Best;
+        }
+        SettleLeaf(board, leaf);
+        return leaf.Best;
+    }
+
+    void SettleChild(const SearchBoard<Set>& board, Child<Set>& child) {
+        if (!child.HasValue) {
+            child.Value = StaticValueBehind(board, child.Way, child.Dead, !CanMove(child.Sum));
+            child.HasValue = true;
+        }
+    }
+
+    // Makes and counts every child of a deeper node. Answers their number.
+    int ExpandNode(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
         int count = 0;
         const int opponent = OtherColor(board.ActivePlayer);
-        ForEachMove(board, tallies, [&](const LiftedBoard<Set>& lifted, const Step& way) {
+        ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
             Child<Set>& child = level.Children[count];
+            child.Dead = landing.Dead;
             child.Way = way;
-            child.Dead = DeadAfter(lifted, way.Target);
-            child.Sums = TalliesAfter(Shape, board, lifted, way.Source, way.Target, WithEnemies);
-            level.Values[count] = Evaluate(child.Sums, opponent);
+            child.HasValue = false;
+            child.Sum = landing.Sum;
+            child.Value = 0.0;
+            level.Ranks[count] = RankAgainst(landing.Sum, opponent);
+            if (HasChance() || !CanMove(landing.Sum)) {
+                SettleChild(board, child);
+                level.Ranks[count] = Tables.Worths.RankOf(-child.Value);
+            }
             ++count;
             return true;
         });
+        NumEvaluations += count;
         return count;
+    }
+
+    // Puts the children in the order in which they are searched.
+    void SortChildren(const SearchBoard<Set>& board, int count, Level<Set>& level) {
+        const Rank doubt = 2 * Tables.Worths.Margin;
+        SortPositions(count, level.Order.data(), [&](int a, int b) {
+            const Rank lead = level.Ranks[b] - level.Ranks[a];
+            if (lead > doubt || lead < -doubt) {
+                return lead > 0;
+            }
+            Child<Set>& one = level.Children[a];
+            Child<Set>& other = level.Children[b];
+            SettleChild(board, one);
+            SettleChild(board, other);
+            return one.Value > other.Value;
+        });
     }
 
     // To be called where a node above the leaves is entered. Answers true when the search is to
@@ -201,25 +321,27 @@ struct Search {
         Progress.NumFinished = numFinished;
         Progress.NumMoves = numMoves;
         Progress.HasMove = best.HasMove;
-        Progress.BestMove = MoveOf(Shape, best.Way);
+        Progress.BestMove = MoveOf(Tables.Shape, best.Way);
         Progress.BestValue = best.Value;
     }
 
     BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
                              Level<Set>& level, int count) {
-        SortPositions(count, level.Values.data(), level.Order.data());
+        SortChildren(board, count, level);
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
             if (depth == RootDepth) {
                 NoteProgress(best, i, count);
             }
-            const int k = level.Order[i];
-            const Child<Set>& child = level.Children[k];
-            double value = -level.Values[k];
-            if (child.Sums.Mobility != 0) {
+            const Child<Set>& child = level.Children[level.Order[i]];
+            double value = -child.Value;
+            if (CanMove(child.Sum)) {
                 const SearchBoard<Set> next =
-                    MakeChild(Shape, board, child.Way.Source, child.Way.Target, child.Dead);
-                value = SearchNode(next, child.Sums, level.Values[k], depth - 1, -best.Value);
+                    MakeChild(Tables.Shape, board, child.Way.Source, child.Way.Target, child.Dead);
+                value = depth == 1
+                            ? SearchLeafNode(next, child.Sum, child.Value, -best.Value,
+                                             RootDepth == 1 ? NEVER : treshold)
+                            : SearchNode(next, child.Sum, child.Value, depth - 1, -best.Value);
             }
             if (IsStopped || !best.Take(value, child.Way, treshold)) {
                 break;
@@ -231,41 +353,46 @@ struct Search {
     // A side without a move passes; behind it the search goes on with the open bound. With no depth
     // left, the static value of the position stands. The other side has a move then: positions in
     // which neither has one end the game, and are not searched.
-    double SearchPass(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
-                      int depth) {
+    double SearchPass(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth) {
         if (depth == 0) {
             IsExact = false;
-            return -staticValue;
+            return HasChance() ? -drawnValue : -StaticValue(board, false);
         }
         SearchBoard<Set> passed = board;
         passed.ActivePlayer = OtherColor(board.ActivePlayer);
-        return -SearchNode(passed, tallies, -staticValue, depth - 1, HIGH_INIT_VALUE);
+        return -SearchNode(passed, sum, -drawnValue, depth - 1, HIGH_INIT_VALUE);
     }
 
-    BestSoFar SearchMoves(const SearchBoard<Set>& board, const Tallies& tallies, int depth,
-                          double treshold, int& numMoves) {
+    double SearchLeafNode(const SearchBoard<Set>& board, Worth sum, double drawnValue,
+                          double treshold, double enough) {
+        const BestSoFar best = SearchLeaves(board, sum, treshold, enough);
+        return best.HasMove ? best.Result() : SearchPass(board, sum, drawnValue, 0);
+    }
+
+    BestSoFar SearchMoves(const SearchBoard<Set>& board, Worth sum, int depth, double treshold,
+                          int& numMoves) {
         if (depth == 0) {
-            return SearchLeaves(board, tallies, treshold);
+            return SearchLeaves(board, sum, treshold, NEVER);
         }
         if (LooksUp()) {
             return {};
         }
         Level<Set>& level = *Space.Levels[depth];
-        numMoves = ExpandNode(board, tallies, level);
+        numMoves = ExpandNode(board, sum, level);
         return numMoves == 0 ? BestSoFar{}
                              : SearchChildren(board, depth, treshold, level, numMoves);
     }
 
-    SearchOutcome SearchAnew(const SearchBoard<Set>& board, const Tallies& tallies,
-                             double staticValue, int depth, double treshold) {
+    SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
+                             double treshold) {
         const std::int64_t before = NumEvaluations;
         int numMoves = 0;
-        const BestSoFar best = SearchMoves(board, tallies, depth, treshold, numMoves);
+        const BestSoFar best = SearchMoves(board, sum, depth, treshold, numMoves);
         if (IsStopped) {
             return {};
         }
         const double value =
-            best.HasMove ? best.Result() : SearchPass(board, tallies, staticValue, depth);
+            best.HasMove ? best.Result() : SearchPass(board, sum, drawnValue, depth);
         // A pass does not look at the bound: its outcome holds for all.
         return {.Value = value,
                 .Above = best.Value,
@@ -275,55 +402,63 @@ struct Search {
     }
 
     // The value of a node for the side that moved into it, or LOW_INIT_VALUE when one of its moves
-    // reached the bound.
-    double SearchNode(const SearchBoard<Set>& board, const Tallies& tallies, double staticValue,
-                      int depth, double treshold) {
+    // reached the bound. With chance at work, `drawnValue` is its static value.
+    double SearchNode(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
+                      double treshold) {
         // A leaf's children are found sooner than the table's entry; and a random term makes every
         // visit of a node a different one.
-        if (depth == 0 || RandomWeight != 0.0) {
-            return SearchAnew(board, tallies, staticValue, depth, treshold).Value;
+        if (depth == 0) {
+            return SearchLeafNode(board, sum, drawnValue, treshold, NEVER);
+        }
+        if (HasChance()) {
+            return SearchAnew(board, sum, drawnValue, depth, treshold).Value;
         }
         const auto key = Space.Table.KeyOf(board, depth);
-        auto& slot = Space.Table.Slot(key);
-        const SearchOutcome& known = slot.Outcome;
-        if (slot.Node == key && treshold > known.Above && treshold <= known.UpTo) {
-            NumEvaluations += known.NumEvaluations;
-            NumDraws += known.NumEvaluations;
-            IsExact = IsExact && known.IsExact;
-            return known.Value;
+        const SearchOutcome* known = Space.Table.Find(key);
+        if (known != nullptr && treshold > known->Above && treshold <= known->UpTo) {
+            NumEvaluations += known->NumEvaluations;
+            IsExact = IsExact && known->IsExact;
+            return known->Value;
         }
         const bool wasExact = IsExact;
         IsExact = true;
-        SearchOutcome outcome = SearchAnew(board, tallies, staticValue, depth, treshold);
+        SearchOutcome outcome = SearchAnew(board, sum, drawnValue, depth, treshold);
         if (IsStopped) {
             return outcome.Value;
         }
         outcome.IsExact = IsExact;
-        slot.Node = key;
-        slot.Outcome = outcome;
+        Space.Table.Store(key, outcome);
         IsExact = IsExact && wasExact;
         return outcome.Value;
     }
 };
 
 template <typename Set>
+int CountStones(const SearchBoard<Set>& board) {
+    int stones = 0;
+    for (const std::uint8_t height : board.Height) {
+        stones += height;
+    }
+    return stones;
+}
+
+template <typename Set>
 KernelResult SearchOn(const Position& position, int depth, const EvalWeights& weights,
                       const SearchWatch* watch) {
     static Workspace<Set> workspace;
-    const Geometry<Set>& shape = CurrentGeometry<Set>();
-    const bool withEnemies = weights.MovesToEnemy != EvalWeights::ByFree{};
-    const SearchBoard<Set> board = ToSearchBoard(shape, position);
-    const Tallies tallies = CountTallies(shape, ViewOf(board, withEnemies), board.Height);
-
     KernelResult result;
     if (!workspace.Prepare(depth)) {
         result.IsOutOfMemory = true;
         return result;
     }
-    Search<Set> search = {shape, workspace, OrderWeights(weights), weights.Random, withEnemies,
-                          depth, watch};
-    const BestSoFar best =
-        search.SearchMoves(board, tallies, depth, HIGH_INIT_VALUE, result.NumMoves);
+    const Geometry<Set>& shape = CurrentGeometry<Set>();
+    const SearchBoard<Set> board = ToSearchBoard(shape, position);
+    const TallyWeights ordered = OrderWeights(weights);
+    const Context<Set> context = {shape,
+                                  MakeWorthTable(ordered, shape.NumSpaces, CountStones(board))};
+    Search<Set> search = {context, workspace, ordered, weights.Random, depth, watch};
+    const BestSoFar best = search.SearchMoves(board, WorthOfBoard(context, board), depth,
+                                              HIGH_INIT_VALUE, result.NumMoves);
     result.Value = best.Result();
     result.BestValue = best.Value;
     result.CutValue = best.CutValue;
@@ -333,7 +468,7 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     result.BestMove = MoveOf(shape, best.Way);
     result.IsExact = search.IsExact && !search.IsStopped;
     result.NumEvaluations = search.NumEvaluations;
-    result.NumDraws = search.NumDraws;
+    result.NumDraws = search.HasChance() ? 0 : search.NumEvaluations;
     return result;
 }
 

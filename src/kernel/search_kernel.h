@@ -3,9 +3,10 @@
 // hold it to both.
 //
 // To understand the machinery, read bit_set.h (sets of spaces), geometry.h (who reaches whom),
-// search_board.h (the compact board), tallies.h and tally_count.h (what the evaluation weighs),
-// life_rule.h (who dies), lifting.h (from a board to its children), search_table.h (positions met
-// again) and then search_kernel.cpp, where a search puts them together.
+// search_board.h (the compact board), tallies.h (what the evaluation weighs), worth.h (the same in
+// whole numbers), tally_count.h (counting both), life_rule.h (who dies), lifting.h (from a board to
+// its children), search_table.h (positions met again) and then search_kernel.cpp, where a search
+// puts them together.
 #pragma once
 
 #include <atomic>

@@ -68,23 +68,24 @@ inline double WeightedSum(const Tallies& tallies, const TallyWeights& weights) {
     return sum;
 }
 
-// The value of an end position from White's point of view: 1000 for each stone of difference.
-inline double FinalValue(const Tallies& tallies) {
+// The stones of WHITE's towers less those of BLACK's.
+inline int StoneLeadOf(const Tallies& tallies) {
     int stones = 0;
     for (const bool free : {false, true}) {
         for (const bool life : {false, true}) {
             stones += tallies.Sums[TowerSums(free, life) + TALLY_STONES];
         }
     }
-    return 1000.0 * stones;
+    return stones;
 }
 
-// The value of a position, seen from the side to move, here `player`. `randomTerm` enters the value
-// of a position that is not the end.
-inline double PositionValue(const Tallies& tallies, const TallyWeights& weights, double randomTerm,
-                            int player) {
-    const double value =
-        tallies.Mobility == 0 ? FinalValue(tallies) : WeightedSum(tallies, weights) + randomTerm;
+// The value of an end position from White's point of view: 1000 for each stone of difference.
+inline double FinalValue(int stoneLead) {
+    return 1000.0 * stoneLead;
+}
+
+// A value from White's point of view, seen from `player`.
+inline double ValueFor(int player, double value) {
     return player == BLACK ? -value : value;
 }
 

@@ -1,83 +1,135 @@
-// Counting the tallies of towers on the compact board.
+// Counting over the compact board what the evaluation weighs: the tallies, from nothing, and the
+// worth of single towers.
 #pragma once
 
 #include "kernel/search_board.h"
 #include "kernel/tallies.h"
+#include "kernel/worth.h"
 
 namespace {
 
-// The sets that tallies are counted over.
+// Counts the tallies of the whole board, without those of the targets that the other side owns when
+// nobody asks for them. The sums of each kind of tower are first gathered in one
+// word, each in a field with room for all that a board can hold.
 template <typename Set>
-struct TallyView {
-    bool WithEnemies;  // whether the targets that the other side owns are counted at all
-    Set Occupied;
-    Set Life;
-    Set Enclosed;
-    std::array<Set, 2> Owned;
-};
-
-template <typename Set>
-inline TallyView<Set> ViewOf(const SearchBoard<Set>& board, bool withEnemies) {
-    return {withEnemies, board.Occupied, board.Life, board.Enclosed, board.Owned};
-}
-
-// Adds one tower to the tallies `times` times: 1 or -1.
-template <typename Set>
-inline void AddTower(const Geometry<Set>& geometry, const TallyView<Set>& view, int space,
-                     int owner, int height, bool life, bool free, int times, Tallies& tallies) {
-    const Set reached = geometry.Reached[space][ReachRow(height)] & view.Occupied;
-    const int sign = times * SignOf(owner);
-    const int moves = Count(reached);
-    int* tower = &tallies.Sums[TowerSums(free, life)];
-    tower[TALLY_TOWERS] += sign;
-    tower[TALLY_MOVES] += sign * moves;
-    tower[TALLY_STONES] += sign * height;
-    int* targets = &tallies.Sums[TargetSums(free)];
-    targets[TALLY_TO_LIFE] += sign * Count(reached & view.Life);
-    if (view.WithEnemies) {
-        targets[TALLY_TO_ENEMY] += sign * Count(reached & view.Owned[OtherColor(owner)]);
-    }
-    tallies.Mobility += free ? times * moves : 0;
-}
-
-// Counts the tallies of the towers in `view` from nothing.
-template <typename Set, typename Heights>
-inline Tallies CountTallies(const Geometry<Set>& geometry, const TallyView<Set>& view,
-                            const Heights& heights) {
-    Tallies tallies;
+inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
+                            bool withEnemies) {
+    constexpr int MOVES = 8;  // where the fields begin; that of the towers at 0
+    constexpr int TO_LIFE = 18;
+    constexpr int TO_ENEMY = 28;
+    constexpr int STONES = 38;
+    std::array<std::uint64_t, NUM_KINDS> sums{};
     for (int owner = WHITE; owner <= BLACK; ++owner) {
-        for (Set towers = view.Owned[owner]; towers != 0;) {
-            const int space = TakeFirst(towers);
-            AddTower(geometry, view, space, owner, heights[space], Has(view.Life, space),
-                     !Has(view.Enclosed, space), 1, tallies);
-        }
+        const Set enemies = board.Owned[OtherColor(owner)];
+        ForEachSpace(board.Owned[owner], [&](int space) {
+            const int height = board.Height[space];
+            const Set reached = geometry.Reached[space][ReachRow(height)] & board.Occupied;
+            auto field = [](int count, int place) {
+                return static_cast<std::uint64_t>(count) << place;
+            };
+            sums[board.Kind[space]] +=
+                1 + field(Count(reached), MOVES) + field(Count(reached & board.Life), TO_LIFE) +
+                (withEnemies ? field(Count(reached & enemies), TO_ENEMY) : 0) +
+                field(height, STONES);
+        });
+    }
+    Tallies tallies;
+    for (int kind = 0; kind < LIFE * KIND_OWNER; ++kind) {
+        auto field = [&](int place, int end) {
+            return static_cast<int>(sums[kind] >> place &
+                                    ((std::uint64_t{1} << (end - place)) - 1));
+        };
+        const bool free = (kind & KIND_FREE) != 0;
+        const int sign = SignOf(OwnerOf(kind));
+        int* towers = &tallies.Sums[TowerSums(free, (kind & KIND_LIFE) != 0)];
+        towers[TALLY_TOWERS] += sign * field(0, MOVES);
+        towers[TALLY_MOVES] += sign * field(MOVES, TO_LIFE);
+        towers[TALLY_STONES] += sign * field(STONES, 64);
+        int* targets = &tallies.Sums[TargetSums(free)];
+        targets[TALLY_TO_LIFE] += sign * field(TO_LIFE, TO_ENEMY);
+        targets[TALLY_TO_ENEMY] += sign * field(TO_ENEMY, STONES);
+        tallies.Mobility += free ? field(MOVES, TO_LIFE) : 0;
     }
     return tallies;
 }
 
-// Takes a tower out of the tallies of those that aim at it, who lose it as a target: it belongs to
-// `owner` and does or does not hold life.
+// The stones of WHITE's towers less those of BLACK's.
 template <typename Set>
-inline void LoseTarget(const SearchBoard<Set>& board, Set aimers, Set enclosed, int owner,
-                       bool life, bool withEnemies, Tallies& tallies) {
-    if (aimers == 0) {
-        return;
+inline int StoneLead(const SearchBoard<Set>& board) {
+    int lead = 0;
+    ForEachSpace(board.Owned[WHITE], [&](int space) { lead += board.Height[space]; });
+    ForEachSpace(board.Owned[BLACK], [&](int space) { lead -= board.Height[space]; });
+    return lead;
+}
+
+// What the search keeps at hand: the tables of the board, and what towers are worth.
+template <typename Set>
+struct Context {
+    const Geometry<Set>& Shape;
+    WorthTable Worths;
+};
+
+// The sets that towers are judged by.
+template <typename Set>
+struct TowerView {
+    Set Occupied;
+    Set Life;
+};
+
+// What a tower contributes to the worth of `board`, as it stands in `view`; nothing when its kind
+// is that of a lone life stone.
+template <typename Set>
+inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
+                          const TowerView<Set>& view, int space, int kind, int height) {
+    const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
+    const TowerWorth& worth = context.Worths.Towers[kind];
+    Worth sum = worth.Tower + height * worth.Stone + Count(reached) * worth.Target +
+                Count(reached & view.Life) * worth.LifeTarget;
+    if (context.Worths.WithEnemies) {
+        const Set enemies = board.Owned[kind < BLACK * KIND_OWNER ? BLACK : WHITE];
+        sum += Count(reached & enemies) * context.Worths.EnemyTargets[kind];
     }
-    for (const bool free : {false, true}) {
-        const Set some = aimers & (free ? ~enclosed : enclosed);
-        const Set white = some & board.Owned[WHITE];
-        const Set black = some & board.Owned[BLACK];
-        const int withLife = Count(white & board.Life) - Count(black & board.Life);
-        const int plain = Count(white & ~board.Life) - Count(black & ~board.Life);
-        tallies.Sums[TowerSums(free, false) + TALLY_MOVES] -= plain;
-        tallies.Sums[TowerSums(free, true) + TALLY_MOVES] -= withLife;
-        int* targets = &tallies.Sums[TargetSums(free)];
-        targets[TALLY_TO_LIFE] -= life ? plain + withLife : 0;
-        if (withEnemies) {
-            targets[TALLY_TO_ENEMY] -= owner == WHITE ? -Count(black) : Count(white);
+    return sum;
+}
+
+// The worth of the whole board.
+template <typename Set>
+inline Worth WorthOfBoard(const Context<Set>& context, const SearchBoard<Set>& board) {
+    Worth sum = 0;
+    for (Set occupied = board.Occupied; occupied != 0;) {
+        const int space = TakeFirst(occupied);
+        sum += WorthOfTower(context, board, {board.Occupied, board.Life}, space, board.Kind[space],
+                            board.Height[space]);
+    }
+    return sum;
+}
+
+// The towers of a board in the order of WorthTable's Targets: WHITE's enclosed and free ones, then
+// BLACK's.
+template <typename Set>
+using TowerGroups = std::array<Set, 4>;
+
+template <typename Set>
+inline TowerGroups<Set> GroupTowers(const SearchBoard<Set>& board, Set enclosed) {
+    return {board.Owned[WHITE] & enclosed, board.Owned[WHITE] & ~enclosed,
+            board.Owned[BLACK] & enclosed, board.Owned[BLACK] & ~enclosed};
+}
+
+// What `aimers`, towers of `board`, contribute by having a target of this kind.
+template <typename Set>
+inline Worth WorthOfTarget(const Context<Set>& context, const SearchBoard<Set>& board,
+                           const TowerGroups<Set>& groups, Set aimers, int kind) {
+    const auto& worths = context.Worths.Targets[kind];
+    Worth sum = 0;
+    for (int i = 0; i < 4; ++i) {
+        sum += Count(aimers & groups[i]) * worths[i];
+    }
+    if ((aimers & board.Life) != 0) {
+        for (int i = 0; i < 4; ++i) {
+            sum += Count(aimers & groups[i] & board.Life) * context.Worths.LifeHolders[i];
         }
     }
-    tallies.Mobility -= Count(aimers & ~enclosed);
+    return sum;
 }
 
 }  // namespace

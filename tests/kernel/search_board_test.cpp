@@ -1,4 +1,7 @@
 // The compact board against the rules and the plain evaluation.
+#include <cmath>
+#include <limits>
+
 #include <gtest/gtest.h>
 
 #include "common/engine_games.h"
@@ -26,14 +29,34 @@ Tallies PlainTallies(const Position& position) {
     return tallies;
 }
 
-// Every child of a position, made by the compact board, is the child that the rules make; and the
-// tallies carried over are those counted from nothing.
+// The worth by its meaning: a sum of tallies and rounded weights, and the mobility.
+Worth PlainWorth(const Tallies& tallies, const TallyWeights& weights, const WorthTable& table) {
+    Worth sum = 0;
+    for (int i = 0; i < NUM_TALLIES; ++i) {
+        EXPECT_NEAR(static_cast<double>(RoundedWeight(weights[i] * table.Scale)),
+                    weights[i] * table.Scale, 0.500001);
+        sum += tallies.Sums[i] * RoundedWeight(weights[i] * table.Scale);
+    }
+    return (sum << MOBILITY_BITS) + tallies.Mobility;
+}
+
+// Every child of a position, made by the compact board, is the child that the rules make; its
+// worth, carried over, is that of its tallies, and near to its value.
 template <typename Set>
-void CompareChildren(const Position& position) {
+void CompareChildren(const Position& position, const EvalWeights& weights) {
     const Geometry<Set>& shape = CurrentGeometry<Set>();
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
-    const Tallies tallies = CountTallies(shape, ViewOf(board, true), board.Height);
-    ASSERT_EQ(tallies, PlainTallies(position)) << WriteBoardText("parent", position);
+    ASSERT_EQ(CountTallies(shape, board, true), PlainTallies(position))
+        << WriteBoardText("parent", position);
+    const TallyWeights ordered = OrderWeights(weights);
+    int stones = 0;
+    for (const int height : board.Height) {
+        stones += height;
+    }
+    const Context<Set> context = {shape, MakeWorthTable(ordered, shape.NumSpaces, stones)};
+    const WorthTable& worths = context.Worths;
+    const Worth worth = WorthOfBoard(context, board);
+    ASSERT_EQ(worth, PlainWorth(PlainTallies(position), ordered, worths));
 
     MoveArray moves;
     const int numMoves = GetPossibleMoves(position, moves);
@@ -46,25 +69,48 @@ void CompareChildren(const Position& position) {
         const int target = shape.Target[source][row][moves[i].Direction];
         Position child;
         DoMove(position, moves[i], child);
-        const LiftedBoard<Set> lifted = LiftTower(shape, board, tallies, source, true);
-        ASSERT_EQ(MakeChild(shape, board, source, target, DeadAfter(lifted, target)),
+        LiftedBoard<Set> lifted;
+        LiftTower(context, board, GroupTowers(board, board.Enclosed), worth, source, lifted);
+        const Landing<Set> landing = PutDown(context, board, lifted, target);
+        ASSERT_EQ(MakeChild(shape, board, source, target, landing.Dead),
                   ToSearchBoard(shape, child))
             << WriteBoardText("parent", position) << " move " << i;
-        ASSERT_EQ(TalliesAfter(shape, board, lifted, source, target, true), PlainTallies(child))
+        const Tallies tallies = PlainTallies(child);
+        ASSERT_EQ(landing.Sum, PlainWorth(tallies, ordered, worths))
             << WriteBoardText("parent", position) << " move " << i;
+        ASSERT_EQ(CanMove(landing.Sum), tallies.Mobility != 0);
+        const double value = WeightedSum(tallies, ordered) * worths.Scale;
+        ASSERT_LT(std::fabs(value - static_cast<double>(RankAgainst(landing.Sum, BLACK))),
+                  static_cast<double>(worths.Margin));
     }
 }
 
-TEST(SearchBoard, ChildrenAndTalliesAreThoseOfTheRules) {
+TEST(SearchBoard, ChildrenAndWorthsAreThoseOfTheRules) {
     std::mt19937 random(1);
     for (int game = 0; game < 60; ++game) {
-        WalkGame(random, RandomStart(random, game), [](const Position& position) {
+        const Position start = RandomStart(random, game);
+        const EvalWeights weights = SomeWeights(random, game);
+        WalkGame(random, start, [&](const Position& position) {
             if (IsSmallBoard()) {
-                CompareChildren<SmallSet>(position);
+                CompareChildren<SmallSet>(position, weights);
             }
-            CompareChildren<LargeSet>(position);
+            CompareChildren<LargeSet>(position, weights);
         });
         ASSERT_FALSE(HasFatalFailure()) << "game " << game;
+    }
+}
+
+// Weights so large or so small that a careless unit would not do.
+TEST(Worth, AnyWeightsHaveAUnit) {
+    for (const double weight : {0.0, 5e-324, 1e-200, 0.3, 448000.0, 1e12}) {
+        TallyWeights weights{};
+        weights[TALLY_MOVES] = weight;
+        weights[TALLY_STONES] = -weight / 3;
+        const WorthTable table = MakeWorthTable(weights, MAX_BOARD_SPACES, 255 * MAX_BOARD_SPACES);
+        EXPECT_GT(table.Scale, 0.0);
+        EXPECT_LT(std::fabs(weight) * table.Scale, 0x1p32);
+        EXPECT_LE(std::abs(table.RankOf(std::numeric_limits<double>::infinity())), Rank{1} << 60);
+        EXPECT_LT(table.RankOf(-999999999.0), table.RankOf(999999999.0));
     }
 }
 
