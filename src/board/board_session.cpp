@@ -319,7 +319,7 @@ std::vector<std::string> Greet(BoardSession& session) {
 }
 
 std::string TakeLine(BoardSession& session, const PageRequest& request, LineKind kind) {
-    const std::string refusal = RefusalOf(request.Text);
+    std::string refusal = RefusalOf(request.Text);
     if (!refusal.empty()) {
         return refusal;
     }
@@ -403,7 +403,9 @@ void EndSession(BoardSession& session) {
     if (session.Talk.View.Waiting) {
         GoOnEnding(session);
         TypeNext(session);
-    } else {
+    } else if (session.Talk.View.Drawn) {
         Hurry(session);
+    } else {
+        SignalGame(session.Game, SIGTERM);  // it plays against itself, or has not begun
     }
 }
