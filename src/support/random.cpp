@@ -56,8 +56,8 @@ Generator Chance = Seeded(1);  // as `rand` begins when nobody has seeded it
 using Polynomial = Round;
 
 // Replaces every x^31 and above of a product by what it is equal to.
-Polynomial Reduce(std::array<std::uint32_t, 2 * LENGTH>& product) {
-    for (int i = 2 * LENGTH - 1; i >= LENGTH; --i) {
+Polynomial Reduce(std::array<std::uint32_t, 2UL * LENGTH>& product) {
+    for (int i = 2UL * LENGTH - 1; i >= LENGTH; --i) {
         product[i - LAG] += product[i];
         product[i - LENGTH] += product[i];
     }
@@ -70,7 +70,7 @@ Polynomial Reduce(std::array<std::uint32_t, 2 * LENGTH>& product) {
 
 // The square of a polynomial, times x^shift; `shift` is 0 or 1.
 Polynomial SquareTimesX(const Polynomial& factor, unsigned shift) {
-    std::array<std::uint32_t, 2 * LENGTH> product{};
+    std::array<std::uint32_t, 2UL * LENGTH> product{};
     for (int i = 0; i < LENGTH; ++i) {
         product[2 * i + shift] += factor[i] * factor[i];
         const std::uint32_t twice = 2 * factor[i];
@@ -104,7 +104,7 @@ Round RoundBehind(const Round& round, std::uint64_t n) {
     const Polynomial multiples = PowerOfX(n);
     Round next = round;
     MakeNextRound(next);
-    std::array<std::uint32_t, 2 * LENGTH> numbers{};
+    std::array<std::uint32_t, 2UL * LENGTH> numbers{};
     for (int i = 0; i < LENGTH; ++i) {
         numbers[i] = round[i];
         numbers[LENGTH + i] = next[i];

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include <sys/mman.h>
+
 class ScratchFolder {
 public:
     ScratchFolder() {
@@ -33,6 +35,11 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+// The name of a new file in memory, for tests that write it thousands of times: disks are slow.
+inline std::string MakeFileInMemory() {
+    return "/proc/self/fd/" + std::to_string(memfd_create("talurex", 0));
+}
 
 inline void WriteFile(const std::string& path, std::string_view content) {
     std::ofstream(path, std::ios::binary) << content;

@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <sys/mman.h>
-
 #include "common/round_trip.h"
 
 void Require(bool condition, const char* what) {
@@ -30,8 +28,7 @@ std::string TextOfInput(const std::uint8_t* data, std::size_t size, std::size_t 
 }
 
 std::string FileInMemory(const std::string& text) {
-    static const std::string path =
-        "/proc/self/fd/" + std::to_string(memfd_create("talurex-fuzz", 0));
+    static const std::string path = MakeFileInMemory();
     WriteFile(path, text);
     return path;
 }

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <numeric>
 
 #include "kernel/search_kernel.h"
 #include "support/random.h"
@@ -129,47 +130,31 @@ struct Search {
         return -SearchNode(passed, depth - 1, HIGH_INIT_VALUE, false);
     }
 
-    double SearchLeaves(const Position& position, int numMoves, double treshold, bool top) {
-        Level& level = LevelOf(0);
-        double best = LOW_INIT_VALUE;
-        for (int i = 0; i < numMoves; ++i) {
-            Position& child = level.Children[0];
-            DoMove(position, level.Moves[i], child);
-            if (plain::EvaluatePosition(child, Weights) == 0) {
-                ExactFlag = 0;
-            }
-            const double value = -child.Value;
-            if (value >= treshold) {
-                return LOW_INIT_VALUE;
-            }
-            if (value > best) {
-                best = value;
-                if (top) {
-                    BestMove = level.Moves[i];
-                }
-            }
-        }
-        return -best;
-    }
-
     double SearchNode(Position& position, int depth, double treshold, bool top) {
         Level& level = LevelOf(depth);
         const int numMoves = GetPossibleMoves(position, level.Moves);
         if (numMoves == 0) {
             return SearchPass(position, depth);
         }
-        if (depth == 0) {
-            return SearchLeaves(position, numMoves, treshold, top);
-        }
-        for (int i = 0; i < numMoves; ++i) {
-            DoMove(position, level.Moves[i], level.Children[i]);
-            plain::EvaluatePosition(level.Children[i], Weights);
+        std::vector<int> order(numMoves);
+        std::iota(order.begin(), order.end(), 0);
+        if (depth > 0) {
+            for (int i = 0; i < numMoves; ++i) {
+                DoMove(position, level.Moves[i], level.Children[i]);
+                plain::EvaluatePosition(level.Children[i], Weights);
+            }
+            order = SortPositions(std::span(level.Children).first(numMoves));
         }
         double best = LOW_INIT_VALUE;
-        for (const int k : SortPositions(std::span(level.Children).first(numMoves))) {
+        for (const int k : order) {
             Position& child = level.Children[k];
-            const double value =
-                child.EndPosition == 1 ? -child.Value : SearchNode(child, depth - 1, -best, false);
+            if (depth == 0) {  // one by one: a cut-off saves the rest
+                DoMove(position, level.Moves[k], child);
+                ExactFlag &= plain::EvaluatePosition(child, Weights);
+            }
+            const double value = depth > 0 && child.EndPosition == 0
+                                     ? SearchNode(child, depth - 1, -best, false)
+                                     : -child.Value;
             if (value >= treshold) {
                 return LOW_INIT_VALUE;
             }
@@ -180,7 +165,7 @@ struct Search {
                 }
             }
         }
-        if (top) {
+        if (top && depth > 0) {
             position.Value = best;
             position.ExactValue = ExactFlag;
         }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "common/board_text.h"
-#include "common/captured.h"
-#include "rules/game_record.h"
 #include "rules/notation.h"
 
 namespace {
@@ -30,27 +28,4 @@ TEST(Moves, AreListedInOneOrder) {
               "C2-D2 C2-B1 C2-B2 C2-C3 C2-D3 "
               "A1-B1 A1-B2 "
               "D1-B1 D1-D3 ");
-}
-
-// Behind a move or a pass the other side sees the value the other way round; a zero changes its
-// sign as well. The flags of the search travel along.
-TEST(Moves, TurnTheValueRound) {
-    const BoardText board = ReadBoardText("value 3 1 white : w1 r b1");
-    UseBoard(board);
-    const Move move = {.Kind = MOVE_TOWER, .Column = 0, .Row = 0, .Direction = 0};
-    for (const double value : {0.0, 3.25}) {
-        Position parent = board.Board;
-        parent.Value = value;
-        parent.ExactValue = 1;
-        parent.EndPosition = 1;
-        Position expected = parent;
-        expected.Value = -value;
-        expected.ActivePlayer = BLACK;
-        Position child;
-        DoPass(parent, child);
-        EXPECT_TRUE(SamePosition(child, expected));
-        DoMove(parent, move, child);
-        expected.Spaces = child.Spaces;
-        EXPECT_TRUE(SamePosition(child, expected));
-    }
 }

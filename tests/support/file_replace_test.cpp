@@ -194,11 +194,14 @@ TEST(FileReplace, DevicesAndPipesAreWrittenDirectly) {
     EXPECT_STREQ("new", content);
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 
-    // A reader that goes away while it is written to: more than a pipe holds.
-    std::thread leaver([reader] {
-        pollfd written = {.fd = reader, .events = POLLIN, .revents = 0};
+    // A reader that goes away while it is written to: more than a pipe holds. One that has seen a
+    // writer leave would not wait for the next, and the writer then for ever for a reader.
+    const int next = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    close(reader);
+    std::thread leaver([next] {
+        pollfd written = {.fd = next, .events = POLLIN, .revents = 0};
         EXPECT_EQ(1, poll(&written, 1, 10'000));
-        close(reader);
+        close(next);
     });
     EXPECT_EQ(FileReplaced::NotWritten, FileReplace(pipe, std::string(1 << 20, 'x')));
     leaver.join();
