@@ -22,6 +22,7 @@ constexpr auto PUBLISH_DELAY = 2ms;
 // A line that is answered sooner is not shown as thinking.
 constexpr auto THINK_DELAY = 100ms;
 constexpr auto COPY_DELAY = 30ms;
+constexpr auto COPY_INTERVAL = 1s;
 // A Talurex that does not end by itself is ended.
 constexpr auto END_PATIENCE = 5s;
 constexpr auto PARTING_PATIENCE = 1s;
@@ -110,17 +111,24 @@ void Hurry(BoardSession& session) {
     }
 }
 
-// Talurex keeps a copy of the game where it is out of the way, soon after every change: a copy that
-// is written at once would hold up the next line.
+// Talurex keeps a copy of the game where it is out of the way, behind every change. Changes in
+// quick succession are left time between them: a copy that is being written holds up the next line.
 void CopySoon(BoardSession& session) {
     Conversation& talk = session.Talk;
     if (session.CopyDated || talk.SafeCopy.empty() || talk.NumCopied == talk.View.NumChanges) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (now - session.LastCopy >= COPY_INTERVAL) {
+        session.LastCopy = now;
+        talk.SafeCopyDue = !session.Ending;
         return;
     }
     session.CopyDated = true;
     session.CopyTimer.expires_after(COPY_DELAY);
     session.CopyTimer.async_wait([&session](const error_code& cancelled) {
         session.CopyDated = false;
+        session.LastCopy = std::chrono::steady_clock::now();
         session.Talk.SafeCopyDue = !cancelled && !session.Ended && !session.Ending;
         TypeNext(session);
     });
@@ -133,7 +141,9 @@ void GoOnEnding(BoardSession& session) {
         session.Talk.Queue.assign(1, {std::string("/save ") + KEPT_GAME, LineKind::Typed});
         return;
     }
-    session.Talk.Queue.clear();
+    if (!session.Talk.Queue.empty()) {
+        return;  // a question of our own comes before the line that saves
+    }
     if (session.SaveTyped) {
         PrintError(session.Talk.View.Unsaved
                        ? "The game could not be kept!\n"
@@ -309,7 +319,7 @@ std::vector<std::string> Greet(BoardSession& session) {
 }
 
 std::string TakeLine(BoardSession& session, const PageRequest& request, LineKind kind) {
-    const std::string refusal = RefusalOf(request.Text);
+    std::string refusal = RefusalOf(request.Text);
     if (!refusal.empty()) {
         return refusal;
     }
@@ -393,7 +403,9 @@ void EndSession(BoardSession& session) {
     if (session.Talk.View.Waiting) {
         GoOnEnding(session);
         TypeNext(session);
-    } else {
+    } else if (session.Talk.View.Drawn) {
         Hurry(session);
+    } else {
+        SignalGame(session.Game, SIGTERM);  // it plays against itself, or has not begun
     }
 }

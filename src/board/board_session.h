@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include <chrono>
 #include <deque>
 #include <string>
 
@@ -45,6 +46,7 @@ struct BoardSession {
     boost::asio::steady_timer ThinkTimer;
     boost::asio::steady_timer CopyTimer;
     bool CopyDated = false;  // CopyTimer runs
+    std::chrono::steady_clock::time_point LastCopy;
     boost::asio::steady_timer EndTimer;
 
     bool Ending = false;  // a signal has asked for the end

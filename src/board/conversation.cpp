@@ -5,7 +5,7 @@
 namespace {
 
 constexpr std::size_t MAX_QUEUED_LINES = 32;
-constexpr std::size_t MAX_LOG_LENGTH = 64 * 1024;
+constexpr std::size_t MAX_LOG_LENGTH = 65536;
 
 // No line of the protocol is longer; what is longer is not kept.
 constexpr std::size_t MAX_DISPLAY_LINE = 256;

@@ -86,7 +86,7 @@ Arguments ReadArguments(int count, char** texts) {
 
 // Answers false when the file cannot be read.
 bool ReadWholeFile(const std::string& path, std::string& content) {
-    constexpr std::size_t MAX_LENGTH = 1024 * 1024;
+    constexpr std::size_t MAX_LENGTH = 1048576;
     std::ifstream file(path, std::ios::binary);
     if (!file) {
         return false;

@@ -2,8 +2,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -40,8 +42,11 @@ std::string PrivateFolder::File(std::string_view name) const {
 }
 
 bool PrivateFolder::Write(std::string_view name, std::string_view content) const {
-    std::ofstream file(File(name), std::ios::binary);
-    file << content;
-    file.close();
-    return file.good();
+    const int file = open(File(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (file == -1) {
+        return false;
+    }
+    const bool written =
+        write(file, content.data(), content.size()) == static_cast<ssize_t>(content.size());
+    return close(file) == 0 && written;
 }

@@ -28,9 +28,9 @@ constexpr auto PATIENCE = std::chrono::seconds(10);  // for a request, a handsha
 constexpr auto IDLE_TIME = std::chrono::seconds(30);
 constexpr int MAX_CONNECTIONS = 32;
 constexpr std::uint32_t MAX_HEADER_LENGTH = 8 * 1024;
-constexpr std::size_t MAX_MESSAGE_LENGTH = 4 * 1024;
-constexpr std::size_t MAX_WAITING = 1024 * 1024;  // bytes for one page
-constexpr std::size_t MUCH_WAITING = 128 * 1024;
+constexpr std::size_t MAX_MESSAGE_LENGTH = 4096;
+constexpr std::size_t MAX_WAITING = 1048576;  // bytes for one page
+constexpr std::size_t MUCH_WAITING = 131072;
 
 constexpr std::string_view LIVE_PATH = "/live";
 

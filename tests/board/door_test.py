@@ -94,11 +94,11 @@ def try_crowd(port):
     crowd = [socket.create_connection(("127.0.0.1", port)) for _ in range(40)]
     began = time.time()
     for visitor in crowd:
-        visitor.settimeout(15)
+        visitor.settimeout(30)
     expect("one too many", crowd[-1].recv(1), b"")
     assert time.time() - began < 5
     expect("a silent one", crowd[0].recv(1), b"")
-    assert 5 < time.time() - began < 14, time.time() - began
+    assert 5 < time.time() - began < 25, time.time() - began
     for visitor in crowd:
         visitor.close()
 
