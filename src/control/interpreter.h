@@ -8,7 +8,7 @@
 #include "kernel/weights.h"
 
 // Carries out a command. `argument` is the text behind its name, trimmed at both ends. What people
-// ask for in vain is answered with a line on standard output and changes nothing; an id that
-// GetCommand never gives ends the process.
+// ask for in vain is answered on standard output, where an answer is due, and changes nothing; an
+// id that GetCommand never gives ends the process.
 void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
                     EvalWeights& weights);

@@ -4,9 +4,9 @@
 
 #include "control/play_state.h"
 
-// As long as it lives, the game of `state` is kept at every end of the process but a return from
-// the main loop, where KeepGame is called by hand. One at a time. Only for a process whose standard
-// input is a terminal; elsewhere nothing is ever kept.
+// As long as it lives, the game of `state` is kept at every end of the process. The main loop,
+// which ends that, calls KeepGame for the end of input; who quits wants nothing kept. One at a
+// time. Only for a process whose standard input is a terminal; elsewhere nothing is ever kept.
 class GameKeeper {
 public:
     explicit GameKeeper(PlayState& state);

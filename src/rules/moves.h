@@ -16,7 +16,7 @@ enum MoveKind : int {
 // A move has a meaning only together with the position it is made in: a tower always moves its own
 // height, so the distance is not stored.
 struct Move {
-    int Kind = MOVE_SETUP;  // a MoveKind; set for moves that people enter, read by nobody
+    int Kind = MOVE_SETUP;  // a MoveKind; set for moves that are read from text, used by nobody
     int Column = 0;         // the moving tower, or the space of a placement
     int Row = 0;
     int Direction = 0;  // 0 to 5, not used by placements and passes

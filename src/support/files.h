@@ -22,7 +22,9 @@ int FileClose(std::FILE* file);
 
 // Reads one line of at most maxLength characters, its line feed among them, into `line` and answers
 // how many characters were read, or -1 when nothing is left. A longer line ends the process, and
-// so does a last one of maxLength characters without a line feed. A NUL byte ends the line's text.
+// so does a last one of maxLength characters without a line feed. A NUL byte ends the line's text,
+// as in a C string: behind one the limit is not noticed, and what is beyond it is a line of its
+// own.
 [[nodiscard]] int FileReadLine(int maxLength, std::string& line, std::FILE* file);
 
 // Reads at most maxLength characters, up to and with a line feed, into `line`: one `fgets`. What
