@@ -24,7 +24,7 @@ Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeight
     }
     const Thought thought = Think(position, effort, weights);
     effort.Depth = thought.Depth;
-    move = {move.Kind, thought.BestMove.Column, thought.BestMove.Row, thought.BestMove.Direction};
+    move = thought.BestMove;
     DoMove(position, move, next);
     next.Value = thought.Value;
     return Turn::TowerMove;

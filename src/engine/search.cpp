@@ -63,8 +63,7 @@ double GetBestMove(Position& position, int depth, const EvalWeights& weights, Mo
     const SearchResult found = SearchPosition(position, depth, weights, nullptr);
     exactFlag = found.IsExact ? 1 : 0;
     if (found.HasMove) {
-        bestMove = {bestMove.Kind, found.BestMove.Column, found.BestMove.Row,
-                    found.BestMove.Direction};
+        bestMove = found.BestMove;
     }
     return found.Value;
 }

@@ -13,7 +13,7 @@ struct SearchResult {
     // False when the search was stopped before it had finished a move, and when a value reached the
     // open bound in a search of depth 0.
     bool HasMove = false;
-    Move BestMove;  // all but its Kind
+    Move BestMove;
 };
 
 // Searches `position`, whose side to move must have a move, `depth` plies deeper than its children
@@ -27,8 +27,8 @@ struct SearchResult {
 SearchResult SearchPosition(Position& position, int depth, const EvalWeights& weights,
                             const SearchWatch* watch);
 
-// The same for those who do not watch. Writes the best move into `bestMove` (all but its Kind) and
-// into `exactFlag`, which may be the position's own `ExactValue`, whether the value is exact: 1 or
-// 0. Returns the value.
+// The same for those who do not watch. Writes the best move into `bestMove` and into `exactFlag`,
+// which may be the position's own `ExactValue`, whether the value is exact: 1 or 0. Returns the
+// value.
 double GetBestMove(Position& position, int depth, const EvalWeights& weights, Move& bestMove,
                    int& exactFlag);

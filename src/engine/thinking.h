@@ -17,7 +17,7 @@ struct SearchEffort {
 // What the search that stands has found.
 struct Thought {
     double Value = 0.0;      // of the position, for the side that moved into it
-    Move BestMove;           // all but its Kind
+    Move BestMove;
     int Depth = 0;           // of that search; its cost is in EvalCount
     bool IsExact = false;    // every line ended in an end position
     bool IsFinished = true;  // false: not even the first search came to its end
