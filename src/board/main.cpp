@@ -1,6 +1,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -228,12 +229,17 @@ int RunBoard(const Arguments& arguments) {
 }  // namespace
 
 int main(int count, char** texts) {
-    EnsureStandardStreams();
-    std::signal(SIGPIPE, SIG_IGN);
-    const Arguments arguments = ReadArguments(count, texts);
-    if (arguments.Help) {
-        PrintHelp();
-        return 0;
+    try {
+        EnsureStandardStreams();
+        std::signal(SIGPIPE, SIG_IGN);
+        const Arguments arguments = ReadArguments(count, texts);
+        if (arguments.Help) {
+            PrintHelp();
+            return 0;
+        }
+        return RunBoard(arguments);
+    } catch (const std::exception& fault) {  // where memory or descriptors are short
+        PrintError("talurex-board: %s\n", fault.what());
+        return 1;
     }
-    return RunBoard(arguments);
 }

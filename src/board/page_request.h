@@ -19,4 +19,4 @@ struct PageRequest {
 };
 
 // Reads a message. Anything may come in.
-[[nodiscard]] PageRequest ReadPageRequest(std::string_view message);
+[[nodiscard]] PageRequest ReadPageRequest(std::string_view text);

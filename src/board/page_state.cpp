@@ -160,7 +160,7 @@ std::string StatusText(const PageInput& input, const Choices& choices, int white
     if (choices.Over) {
         return ScoreText(white, black);
     }
-    const std::string task = TaskText(position, choices);
+    std::string task = TaskText(position, choices);
     if (input.Watching) {
         return task;
     }
