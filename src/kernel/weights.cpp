@@ -8,7 +8,7 @@ void SetLevel(int level, EvalWeights& weights) {
     weights.MovesToLife = {0.031 * f, 0.209 * f};
     weights.MovesToEnemy = {0.0, 0.0};
     weights.Random = 1.0 - f;
-    weights.SetupLifeRandom = f + (1.0 - f);
+    weights.SetupLifeRandom = f + (1.0 - f);  // 1 but for the roundings, which values depend on
     weights.SetupLifeBorder = 0.3 * f;
     weights.SetupLifeDistance = f;
     weights.SetupRandom = 0.1 * f + (1.0 - f);

@@ -9,7 +9,7 @@
 
 namespace {
 
-int NoInit = 0;  // 1 once the generator is seeded: no other InitRandom is then allowed
+bool NoInit = false;  // true once the generator is seeded: no other InitRandom is then allowed
 
 // The generator is an additive feedback register: every number is the sum, modulo 2^32, of the one
 // 3 places before it and the one 31 places before it, and what is drawn are its upper 31 bits.
@@ -121,7 +121,7 @@ Round RoundBehind(const Round& round, std::uint64_t n) {
 }  // namespace
 
 void InitRandom(int seed) {
-    if (NoInit == 1) {
+    if (NoInit) {
         ErrorExit("InitRandom: error: Only one call of InitRandom is allowed !\n");
     }
     auto start = static_cast<unsigned>(seed);
@@ -132,7 +132,7 @@ void InitRandom(int seed) {
         }
         start = static_cast<unsigned>(now);
     }
-    NoInit = 1;
+    NoInit = true;
     SeedRandom(start);
 }
 
