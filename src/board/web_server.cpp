@@ -27,7 +27,7 @@ using boost::system::error_code;
 constexpr auto PATIENCE = std::chrono::seconds(10);  // for a request, a handshake, a token
 constexpr auto IDLE_TIME = std::chrono::seconds(30);
 constexpr int MAX_CONNECTIONS = 32;
-constexpr std::uint32_t MAX_HEADER_LENGTH = 8 * 1024;
+constexpr std::uint32_t MAX_HEADER_LENGTH = 8192;
 constexpr std::size_t MAX_MESSAGE_LENGTH = 4096;
 constexpr std::size_t MAX_WAITING = 1048576;  // bytes for one page
 constexpr std::size_t MUCH_WAITING = 131072;
@@ -106,7 +106,7 @@ struct Visit {
 
     std::shared_ptr<Ticket> Counted;
     beast::tcp_stream Stream;
-    beast::flat_buffer Buffer{2 * MAX_HEADER_LENGTH};
+    beast::flat_buffer Buffer{MAX_HEADER_LENGTH + MAX_HEADER_LENGTH};
     http::request_parser<http::empty_body> Parser;
     Response Answer;
     std::array<char, 4096> Rest{};
@@ -246,9 +246,7 @@ void AwaitMessage(const Page& page) {
         const auto bytes = page->Buffer.cdata();
         const std::string message(static_cast<const char*>(bytes.data()), bytes.size());
         page->Buffer.consume(page->Buffer.size());
-        if (page->Parting) {
-            AwaitMessage(page);  // up to the close frame
-        } else if (TakeMessage(page, message)) {
+        if (page->Parting || TakeMessage(page, message)) {  // up to the close frame
             AwaitMessage(page);
         } else {
             PartFrom(page, websocket::close_code::policy_error);
@@ -355,25 +353,41 @@ void SendFile(const std::shared_ptr<Visit>& visit, std::string_view path) {
     Refuse(visit, http::status::not_found);
 }
 
+// What a request for `path` deserves: a file, a live connection, or a refusal.
+http::status Judge(const http::request_parser<http::empty_body>& parser, std::string_view path,
+                   int port) {
+    const Request& request = parser.get();
+    if (!NamesServer(request, http::field::host, "", port)) {
+        return http::status::forbidden;
+    }
+    if (HasBody(parser)) {
+        return http::status::payload_too_large;
+    }
+    if (request.method() != http::verb::get && request.method() != http::verb::head) {
+        return http::status::method_not_allowed;
+    }
+    if (path != LIVE_PATH) {
+        return http::status::ok;
+    }
+    if (!websocket::is_upgrade(request)) {
+        return http::status::upgrade_required;
+    }
+    return NamesServer(request, http::field::origin, "http://", port)
+               ? http::status::switching_protocols
+               : http::status::forbidden;
+}
+
 void TakeRequest(const std::shared_ptr<Visit>& visit) {
     const Request& request = visit->Parser.get();
-    const int port = visit->Counted->Server.Port;
     const std::string_view target(request.target().data(), request.target().size());
     const std::string_view path = target.substr(0, target.find('?'));
-    if (!NamesServer(request, http::field::host, "", port)) {
-        Refuse(visit, http::status::forbidden);
-    } else if (HasBody(visit->Parser)) {
-        Refuse(visit, http::status::payload_too_large);
-    } else if (request.method() != http::verb::get && request.method() != http::verb::head) {
-        Refuse(visit, http::status::method_not_allowed);
-    } else if (path != LIVE_PATH) {
+    const http::status status = Judge(visit->Parser, path, visit->Counted->Server.Port);
+    if (status == http::status::ok) {
         SendFile(visit, path);
-    } else if (!websocket::is_upgrade(request)) {
-        Refuse(visit, http::status::upgrade_required);
-    } else if (!NamesServer(request, http::field::origin, "http://", port)) {
-        Refuse(visit, http::status::forbidden);
-    } else {
+    } else if (status == http::status::switching_protocols) {
         OpenPage(visit);
+    } else {
+        Refuse(visit, status);
     }
 }
 
