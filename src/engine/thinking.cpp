@@ -100,5 +100,6 @@ Thought Think(Position& position, const SearchEffort& effort, const EvalWeights&
         }
         thought = ThoughtOf(found, thought.Depth + 1);
     }
+    UnderWay = {};  // nothing that it points to outlives the thought
     return thought;
 }
