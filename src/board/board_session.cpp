@@ -25,6 +25,7 @@ constexpr auto COPY_DELAY = 30ms;
 constexpr auto COPY_INTERVAL = 1s;
 // A Talurex that does not end by itself is ended.
 constexpr auto END_PATIENCE = 5s;
+constexpr auto REPEATED_SIGNAL = 500ms;
 constexpr auto PARTING_PATIENCE = 1s;
 constexpr auto BEHIND_PATIENCE = 1s;
 
@@ -387,11 +388,17 @@ void EndSession(BoardSession& session) {
         StopSoon(session);
         return;
     }
+    const auto now = std::chrono::steady_clock::now();
     if (session.Ending || session.Ended) {
-        SignalGame(session.Game, SIGKILL);
-        session.Context.stop();
+        // Closing a terminal can send the same signal twice, and so can an impatient hand.
+        if (now - session.EndBegan > REPEATED_SIGNAL) {
+            KeepSafeCopy(session, 1);
+            SignalGame(session.Game, SIGKILL);
+            session.Context.stop();
+        }
         return;
     }
+    session.EndBegan = now;
     session.Ending = true;
     session.EndTimer.expires_after(END_PATIENCE);
     session.EndTimer.async_wait([&session](const error_code& cancelled) {

@@ -48,6 +48,7 @@ struct BoardSession {
     bool CopyDated = false;  // CopyTimer runs
     std::chrono::steady_clock::time_point LastCopy;
     boost::asio::steady_timer EndTimer;
+    std::chrono::steady_clock::time_point EndBegan;
 
     bool Ending = false;  // a signal has asked for the end
     bool SaveTyped = false;

@@ -187,9 +187,11 @@ Picture PictureOf(const BoardDrawing& drawing) {
     return picture;
 }
 
-// A link that shows what was drawn last can be trusted from there on, and has its size.
+// A link that shows what was drawn last can be trusted from there on, and has its size. An update
+// may come before the drawing of the same turn: one from before the line that was typed tells
+// nothing.
 bool LinkShowsDrawing(const GameView& view) {
-    if (!view.Connected || !view.LinkKnown || !view.Drawn) {
+    if (!view.Connected || !view.LinkKnown || !view.Drawn || !view.DrawnSinceLine) {
         return false;
     }
     Picture link = PictureOf(*view.Drawn);
@@ -197,13 +199,13 @@ bool LinkShowsDrawing(const GameView& view) {
     return SameStones(link, PictureOf(*view.Drawn));
 }
 
-// The link alone tells the size only now and then: until it does, the board is the one before, and
-// larger where a stone lies beyond it.
+// The link alone tells the size only now and then: until it does, the board of a Talurex is the
+// default one, and larger where a stone lies beyond it.
 void GuessBoardSize(GameView& view) {
     ShownBoard& link = view.Link;
     if (link.Columns == 0) {
-        link.Columns = view.Shown.Columns;
-        link.Rows = view.Shown.Rows;
+        link.Columns = DEFAULT_BOARD.XDim;
+        link.Rows = DEFAULT_BOARD.YDim;
     }
     for (int x = 0; x < MAX_BOARD_X_DIM; ++x) {
         for (int y = 0; y < MAX_BOARD_Y_DIM; ++y) {

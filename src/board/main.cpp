@@ -65,7 +65,7 @@ Arguments ReadArguments(int count, char** texts) {
     Arguments arguments;
     for (int i = 1; i < count; ++i) {
         const std::string text = texts[i];
-        if (text == "--help" || text == "-help") {
+        if (text == "--help") {
             arguments.Help = true;
         } else if (text == "--no-open") {
             arguments.Open = false;

@@ -202,6 +202,8 @@ ordered_json Buttons(const PageInput& input, const Choices& choices) {
     const bool usable = !input.Watching && input.State != PlayState::Ended;
     const bool waiting = usable && input.State == PlayState::Waiting;
     const bool atEnd = shown.Move == shown.LastMove;
+    const Picture& end = input.View.End;
+    const bool isOver = end.LastMove == shown.LastMove && IsEndPosition(end.Board);
     ordered_json buttons;
     buttons["new"] = usable;
     buttons["undo"] = waiting && shown.Move >= 2;
@@ -209,7 +211,7 @@ ordered_json Buttons(const PageInput& input, const Choices& choices) {
     buttons["forward"] = waiting && !atEnd;
     buttons["first"] = waiting && shown.Move > 0;
     buttons["last"] = waiting && !atEnd;
-    buttons["continue"] = waiting && !input.View.Running && !(atEnd && choices.Over);
+    buttons["continue"] = waiting && !input.View.Running && !isOver;
     buttons["pass"] = waiting && choices.MustPass;
     buttons["evaluate"] = waiting && !choices.Over;
     buttons["save"] = usable;

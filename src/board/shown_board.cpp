@@ -169,6 +169,7 @@ void BeginUpdate(ShownBoard& board) {
 bool TakeClearLine(ShownBoard& board, std::string_view text) {
     if (text.empty()) {
         board.Spaces = NoStones();
+        board.Columns = board.Rows = 0;  // it is another Talurex
     }
     return text.empty();
 }

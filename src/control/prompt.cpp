@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 
 #include <termios.h>
 #include <unistd.h>
@@ -79,7 +80,8 @@ bool ReadTypedPiece(const PlayState& state, std::string& line) {
         }
     }
     length = std::min({length == 0 ? Typed.Text.size() : length, INPUT_LINE_LENGTH});
-    line = Typed.Text.substr(0, length).c_str();  // a NUL byte ends the line's text
+    line.assign(Typed.Text, 0, length);
+    line.resize(std::strlen(line.c_str()));  // a NUL byte ends the line's text
     Typed.Text.erase(0, length);
     return length > 0;
 }
