@@ -209,6 +209,7 @@ int RunBoard(const Arguments& arguments) {
     session.Watching = arguments.Watch;
     BeginSession(session);
     boost::asio::signal_set signals(context, SIGINT, SIGTERM, SIGHUP);
+    signals.add(SIGQUIT);
     AwaitSignals(session, signals);
     const std::string error = OpenBoard(session, folder, arguments, settings);
     if (!error.empty()) {

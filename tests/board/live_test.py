@@ -18,7 +18,7 @@ LINES = [
     "/back", "/back 3", "/forward", "/forward 2", "/undo", "/cont", "/start", "/stop", "/redraw",
     "/save one", "/save two", "/load one", "/load two", "/new", "/boardsize 5 1", "/boardsize 4 4",
     "/boardsize 6 3", "/boardsize 15 9", "/boardsize 11 5", "/lifestones 1", "/lifestones 4",
-    "/randomsetup 0", "/randomsetup 1", "/color r", "/color w", "/color b", "/players 1",
+    "/randomsetup 0", "/randomsetup 1", "/color r", "/color w", "/color b", "/players 0", "/players 1",
     "/players 2", "/highlighting 0", "/highlighting 1", "/gui 0", "/gui 1", "/help", "nonsense", ""]
 REPLACING = ("/load", "/new", "/boardsize")
 
