@@ -16,7 +16,7 @@ struct SearchEffort {
 
 // What the search that stands has found.
 struct Thought {
-    double Value = 0.0;      // of the position, for the side that moved into it
+    double Value = 0.0;  // of the position, for the side that moved into it
     Move BestMove;
     int Depth = 0;           // of that search; its cost is in EvalCount
     bool IsExact = false;    // every line ended in an end position
