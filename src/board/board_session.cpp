@@ -7,6 +7,7 @@
 #include <sstream>
 #include <utility>
 
+#include "board/kept_game.h"
 #include "board/page_request.h"
 #include "support/fatal.h"
 #include "support/file_replace.h"
@@ -284,16 +285,17 @@ void StopSoon(BoardSession& session) {
     session.CopyTimer.cancel();
 }
 
-// Talurex has gone with the game: the copy that was kept at the last prompt is put where the user
-// finds it.
+// Talurex has gone with the game: its last copy and what was played since are put where the user
+// finds them.
 void KeepSafeCopy(const BoardSession& session, int status) {
     if (!session.Talk.View.Unsaved || status == 0) {
         return;
     }
     std::ostringstream game;
     game << std::ifstream(session.Talk.SafeCopy, std::ios::binary).rdbuf();
-    const bool kept = !game.str().empty() && FileReplace(std::string(KEPT_GAME) + ".tlx",
-                                                         game.str()) == FileReplaced::Done;
+    const std::string text = KeptGameText(session.Talk.View, game.str());
+    const bool kept =
+        !text.empty() && FileReplace(std::string(KEPT_GAME) + ".tlx", text) == FileReplaced::Done;
     PrintError(kept ? "The game is kept: /load autosave goes on with it.\n"
                     : "The game could not be kept!\n");
 }

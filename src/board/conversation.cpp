@@ -54,6 +54,7 @@ std::string DueQuestion(Conversation& talk) {
     if (question.empty() && talk.SafeCopyDue) {
         talk.SafeCopyDue = false;
         talk.NumCopied = talk.View.NumChanges;
+        NoteCopy(talk.View);
         question = "/save " + talk.SafeCopy;
     }
     return question;

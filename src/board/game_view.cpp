@@ -4,6 +4,7 @@
 #include <array>
 
 #include "config/glob_cfg.h"
+#include "rules/notation.h"
 #include "support/numbers.h"
 #include "support/text.h"
 
@@ -119,6 +120,39 @@ bool SameFromTo(const FromTo& a, const FromTo& b) {
            a.Target.Column == b.Target.Column && a.Target.Row == b.Target.Row;
 }
 
+std::string SpaceText(const Picture& picture, Place place) {
+    return ColumnLetter(place.Column) + std::to_string(picture.Rows - place.Row);
+}
+
+// The ply that led to the shown position; empty when it is not known.
+std::string LastPly(const Picture& before, const Picture& shown) {
+    if (SameStones(before, shown)) {
+        return "PASS";
+    }
+    if (!IsSomewhere(shown.Last.Target)) {
+        return "";
+    }
+    const std::string target = SpaceText(shown, shown.Last.Target);
+    return IsSomewhere(shown.Last.Source) ? SpaceText(shown, shown.Last.Source) + '-' + target
+                                          : target;
+}
+
+void NotePly(GameView& view) {
+    const Picture& shown = view.Shown;
+    const std::string ply = LastPly(view.End, shown);
+    const bool follows = shown.LastMove == view.End.LastMove + 1 && !ply.empty();
+    view.ArePliesKnown = view.ArePliesKnown && follows;
+    view.NewPlies.push_back({ply, view.End.Board.ActivePlayer == WHITE});
+}
+
+void NoteFirstPosition(GameView& view) {
+    view.Unsaved = false;
+    view.Begin = view.Shown;
+    view.HasCopy = false;
+    view.NewPlies.clear();
+    view.ArePliesKnown = true;
+}
+
 // Keeps account of the plies that a save would have to hold.
 void NoteEnd(GameView& view) {
     const Picture& shown = view.Shown;
@@ -126,10 +160,11 @@ void NoteEnd(GameView& view) {
         return;
     }
     if (shown.LastMove == 0) {
-        view.Unsaved = false;
+        NoteFirstPosition(view);
     } else if (shown.LastMove != view.End.LastMove || !SameStones(shown, view.End)) {
         view.Unsaved = true;
         ++view.NumChanges;
+        NotePly(view);
     }
     view.End = shown;
 }
@@ -359,6 +394,12 @@ bool NotePrompt(GameView& view, const Prompt& prompt) {
         view.Unsaved = false;
     }
     return changed;
+}
+
+void NoteCopy(GameView& view) {
+    view.HasCopy = true;
+    view.NewPlies.clear();
+    view.ArePliesKnown = true;
 }
 
 void NoteConnection(GameView& view, bool connected) {

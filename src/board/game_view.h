@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "board/program_output.h"
 #include "board/shown_board.h"
@@ -39,6 +40,12 @@ struct GameSettings {
     bool operator==(const GameSettings&) const = default;
 };
 
+// A ply in the notation of saved games.
+struct Ply {
+    std::string Text;
+    bool IsWhites = false;
+};
+
 struct GameView {
     Picture Shown;
     bool Running = true;
@@ -68,7 +75,16 @@ struct GameView {
     bool BeginsGame = false;  // the number of life stones of the next game is that of this one
 
     Picture End;  // the last position of the game, when it was last shown
+
+    // What it takes to write the game down without Talurex.
+    Picture Begin;              // its first position, if that was seen
+    bool HasCopy = false;       // Talurex has made a copy of the game
+    std::vector<Ply> NewPlies;  // at its end, and in no copy
+    bool ArePliesKnown = true;  // all of them were seen
 };
+
+// To be told when Talurex makes a copy of the game.
+void NoteCopy(GameView& view);
 
 // The view before anything is read, with the settings of GlobCfg.
 [[nodiscard]] GameView NewGameView();
