@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "config/glob_cfg.h"
 #include "rules/notation.h"
@@ -137,9 +138,19 @@ std::string LastPly(const Picture& before, const Picture& shown) {
                                           : target;
 }
 
+// The ply that a line of the computer's names; what was said before for any other line.
+std::string SaidPlyOf(std::string_view line, const std::string& before) {
+    for (const std::string_view lead : {"Talurex does move: (", "Talurex does setup move: ("}) {
+        if (line.starts_with(lead) && line.ends_with(')')) {
+            return std::string(line.substr(lead.size(), line.size() - lead.size() - 1));
+        }
+    }
+    return line == "Talurex is passing" ? "PASS" : before;
+}
+
 void NotePly(GameView& view) {
     const Picture& shown = view.Shown;
-    const std::string ply = LastPly(view.End, shown);
+    const std::string ply = view.DrawnPly.empty() ? LastPly(view.End, shown) : view.DrawnPly;
     const bool follows = shown.LastMove == view.End.LastMove + 1 && !ply.empty();
     view.ArePliesKnown = view.ArePliesKnown && follows;
     view.NewPlies.push_back({ply, view.End.Board.ActivePlayer == WHITE});
@@ -329,6 +340,7 @@ bool NoteText(GameView& view, std::string_view line) {
     }
     NoteSettings(view, line);
     NoteSide(view, line);
+    view.SaidPly = SaidPlyOf(line, view.SaidPly);
     if (line == "Saving game was successful.") {
         view.Unsaved = false;
     } else if (line == "loading game was successful." ||
@@ -339,6 +351,7 @@ bool NoteText(GameView& view, std::string_view line) {
 }
 
 bool NoteDrawing(GameView& view, const BoardDrawing& drawing) {
+    const std::string said = std::exchange(view.SaidPly, "");
     view.Drawn = drawing;
     view.DrawnSinceLine = true;
     if (view.LinkExact) {
@@ -348,15 +361,15 @@ bool NoteDrawing(GameView& view, const BoardDrawing& drawing) {
         TrustLink(view);
         return ShowLink(view);
     }
+    // The link may be ahead: it is counted what is drawn, up to the next prompt.
     Picture picture = PictureOf(drawing);
-    if (view.Connected) {
-        AddLinkNumbers(view, picture);
-    } else {
-        const bool changed = !SameStones(picture, view.Shown);
-        picture.Move = view.Shown.Move + (changed ? 1 : 0);
-        picture.LastMove = Max(picture.Move, view.Shown.LastMove);
-    }
-    return Show(view, picture);
+    const bool changed = !SameStones(picture, view.Shown);
+    picture.Move = view.Shown.Move + (changed || !said.empty() ? 1 : 0);
+    picture.LastMove = Max(picture.Move, view.Shown.LastMove);
+    view.DrawnPly = said;
+    const bool shows = Show(view, picture);
+    view.DrawnPly.clear();
+    return shows;
 }
 
 bool NoteUpdate(GameView& view) {

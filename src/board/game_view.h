@@ -81,6 +81,8 @@ struct GameView {
     bool HasCopy = false;       // Talurex has made a copy of the game
     std::vector<Ply> NewPlies;  // at its end, and in no copy
     bool ArePliesKnown = true;  // all of them were seen
+    std::string SaidPly;        // the computer's, which is drawn next
+    std::string DrawnPly;       // the one that is being drawn
 };
 
 // To be told when Talurex makes a copy of the game.

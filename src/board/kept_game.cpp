@@ -79,5 +79,8 @@ std::string KeptGameText(const GameView& view, const std::string& copy) {
         text += ply.IsWhites ? "" : "\n";
         isWaiting = ply.IsWhites;
     }
-    return text + (isWaiting ? " BREAK\n" : std::string(BREAK_LINE));
+    // WHITE may have made the last placement, and moves next.
+    const bool waitsForBlack = isWaiting && view.End.Board.ActivePlayer == BLACK;
+    text += isWaiting && !waitsForBlack ? "\n" : "";
+    return text + (waitsForBlack ? " BREAK\n" : std::string(BREAK_LINE));
 }

@@ -33,7 +33,7 @@ std::string MakeFolder() {
                                              fs::temp_directory_path(failed), fs::path("/tmp")};
     for (const bool typed : {true, false}) {
         for (const fs::path& parent : parents) {
-            const std::string name = CanBeTyped(parent) == typed ? MakeFolderIn(parent) : "";
+            std::string name = CanBeTyped(parent) == typed ? MakeFolderIn(parent) : "";
             if (!name.empty()) {
                 return name;
             }
