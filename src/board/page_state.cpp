@@ -22,10 +22,6 @@ std::string Dump(const ordered_json& value) {
     return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
 }
 
-std::string SpaceName(Place place) {
-    return ColumnLetter(place.Column) + std::to_string(RowNumber(place.Row));
-}
-
 // What may be done in a picture, and by whom.
 struct Choices {
     bool Over = false;
@@ -59,7 +55,7 @@ Choices FindChoices(const PageInput& input) {
 }
 
 std::string LabelOf(Place place, const Space& space, const Choices& choices, bool canMove) {
-    std::string label = SpaceName(place) + ", ";
+    std::string label = SpaceText(place) + ", ";
     if (space.Owner == EMPTY) {
         label += "empty";
         return choices.Placing != EMPTY ? label + ", a stone can be placed" : label;
@@ -76,7 +72,7 @@ ordered_json SpaceState(Place place, const Position& position, const Choices& ch
     const Space& space = position.Spaces[place.Column][place.Row];
     const auto& targets = choices.Targets[place.Column][place.Row];
     ordered_json state;
-    state["space"] = SpaceName(place);
+    state["space"] = SpaceText(place);
     state["x"] = place.Column;
     state["y"] = place.Row;
     state["height"] = space.Height;
@@ -85,7 +81,7 @@ ordered_json SpaceState(Place place, const Position& position, const Choices& ch
     state["label"] = LabelOf(place, space, choices, !targets.empty());
     ordered_json names = ordered_json::array();
     for (const Place target : targets) {
-        names.push_back(SpaceName(target));
+        names.push_back(SpaceText(target));
     }
     state["targets"] = names;
     if (space.Owner == EMPTY && choices.Placing != EMPTY) {
@@ -106,7 +102,7 @@ ordered_json SpaceStates(const Picture& shown, const Choices& choices) {
 }
 
 ordered_json NameOrNull(Place place) {
-    return IsOnBoard(place.Column, place.Row) ? ordered_json(SpaceName(place)) : ordered_json();
+    return IsOnBoard(place.Column, place.Row) ? ordered_json(SpaceText(place)) : ordered_json();
 }
 
 ordered_json FromToState(const FromTo& step) {
@@ -123,7 +119,7 @@ ordered_json StepState(const PlyStep& step) {
     ordered_json state = FromToState(step.Made);
     state["removed"] = ordered_json::array();
     for (const Place place : step.Removed) {
-        state["removed"].push_back(SpaceName(place));
+        state["removed"].push_back(SpaceText(place));
     }
     return state;
 }
@@ -187,10 +183,10 @@ std::string Announcement(const Picture& before, const Picture& shown,
     const Space& target = shown.Board.Spaces[place.Column][place.Row];
     if (!IsSomewhere(step->Made.Source)) {
         return number + ": " + side + " places a " + (target.Owner == LIFE ? "life " : "") +
-               "stone on " + SpaceName(place);
+               "stone on " + SpaceText(place);
     }
-    std::string text = number + ": " + side + " " + SpaceName(step->Made.Source) + " to " +
-                       SpaceName(place) + ", tower of " + std::to_string(target.Height);
+    std::string text = number + ": " + side + " " + SpaceText(step->Made.Source) + " to " +
+                       SpaceText(place) + ", tower of " + std::to_string(target.Height);
     if (!step->Removed.empty()) {
         text += ", " + std::to_string(step->Removed.size()) + " removed";
     }

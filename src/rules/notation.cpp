@@ -52,14 +52,14 @@ void StepPast(std::string_view& text, std::string_view characters) {
     text.remove_prefix(std::min(text.find_first_not_of(characters), text.size()));
 }
 
-std::string SpaceText(Place place) {
-    return ColumnLetter(place.Column) + std::to_string(RowNumber(place.Row));
-}
-
 }  // namespace
 
 int RowNumber(int y) {
     return GlobCfg.BoardYDim - y;
+}
+
+std::string SpaceText(Place place) {
+    return ColumnLetter(place.Column) + std::to_string(RowNumber(place.Row));
 }
 
 int GetPlayerMove(std::string_view line, Notation notation, Move& move, int& distance) {

@@ -15,6 +15,9 @@
 // The number of row index y on the current board.
 [[nodiscard]] int RowNumber(int y);
 
+// The notation of a space of the current board: "E3".
+[[nodiscard]] std::string SpaceText(Place place);
+
 // What a line asks for. A placement has one space, a tower move two.
 enum class Notation { Placement, TowerMove };
 
