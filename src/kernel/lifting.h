@@ -26,6 +26,9 @@ struct LiftedBoard {
     std::array<Set, 3> Doomed;
     int NumDoomed;
     Worth Sum;
+    // Nothing about the tower changes what others are worth when it is put down: it holds no life,
+    // and nobody asks who owns a target.
+    bool IsPlain;
 };
 
 // Takes the dead groups out of the sets and the worth. They hold no life, and their neighbours are
@@ -73,6 +76,7 @@ inline void LiftTower(const Context<Set>& context, const SearchBoard<Set>& board
     lifted.Enclosed = board.Enclosed & ~geometry.Neighbours(space);
     lifted.Dead = 0;
     lifted.NumDoomed = 0;
+    lifted.IsPlain = (lifted.Kind & KIND_LIFE) == 0 && !context.Worths.WithEnemies;
     // The tower's own share, and that of those who aim at it: from here on it is nobody's target.
     sum -= WorthOfTower(context, board, lifted.View, space, lifted.Kind, lifted.Height);
     sum -= WorthOfTarget(context, board, groups, AimersAt(geometry, board, space), lifted.Kind);
@@ -122,10 +126,24 @@ template <typename Set>
            WorthOfTarget(context, board, groups, aimers, from);
 }
 
-// Puts the lifted tower down on `target`.
+// The kind of the target of a move, once the tower is lifted: a tower of one stone moves to a
+// neighbour, which it no longer encloses.
 template <typename Set>
-inline Landing<Set> PutDown(const Context<Set>& context, const SearchBoard<Set>& board,
-                            const LiftedBoard<Set>& lifted, int target) {
+inline int KindBelow(const SearchBoard<Set>& board, const LiftedBoard<Set>& lifted, int target) {
+    return board.Kind[target] | (lifted.Height == 1 ? KIND_FREE : 0);
+}
+
+// The kind that it becomes when the lifted tower is put down there.
+template <typename Set>
+inline int KindOnTop(const LiftedBoard<Set>& lifted, int below) {
+    return (below & (KIND_FREE | KIND_LIFE)) | (lifted.Kind & ~KIND_FREE);
+}
+
+// Puts a lifted tower down on `target` that is not a plain one.
+template <typename Set>
+[[gnu::noinline]] Landing<Set> PutDownSpecial(const Context<Set>& context,
+                                              const SearchBoard<Set>& board,
+                                              const LiftedBoard<Set>& lifted, int target) {
     Set dead = lifted.Dead;
     if (lifted.NumDoomed != 0) {
         for (int i = 0; i < lifted.NumDoomed; ++i) {
@@ -135,21 +153,34 @@ inline Landing<Set> PutDown(const Context<Set>& context, const SearchBoard<Set>&
             return {dead, CountWorthBehind(context, board, lifted.Space, target, dead)};
         }
     }
-    if (dead != 0 && Has(dead, target)) {
+    if (Has(dead, target)) {
         return {dead, lifted.Sum};
     }
-    // A tower of one stone moves to a neighbour, which it no longer encloses.
-    const int from = board.Kind[target] | (lifted.Height == 1 ? KIND_FREE : 0);
+    const int from = KindBelow(board, lifted, target);
+    const int to = KindOnTop(lifted, from);
     const int height = board.Height[target];
-    constexpr int STAYS = KIND_FREE | KIND_LIFE;
-    const int to = (from & STAYS) | (lifted.Kind & ~KIND_FREE);
-    Worth sum = lifted.Sum;
-    sum -= WorthOfTower(context, board, lifted.View, target, from, height);
-    sum += WorthOfTower(context, board, lifted.View, target, to, height + lifted.Height);
-    if ((lifted.Kind & KIND_LIFE) != 0 || context.Worths.WithEnemies) {
-        sum += WorthOfChange(context, board, lifted, target, from, to);
+    return {dead,
+            lifted.Sum - WorthOfTower(context, board, lifted.View, target, from, height) +
+                WorthOfTower(context, board, lifted.View, target, to, height + lifted.Height) +
+                WorthOfChange(context, board, lifted, target, from, to)};
+}
+
+// Puts the lifted tower down on `target`.
+template <typename Set>
+inline Landing<Set> PutDown(const Context<Set>& context, const SearchBoard<Set>& board,
+                            const LiftedBoard<Set>& lifted, int target) {
+    if (!lifted.IsPlain) {
+        return PutDownSpecial(context, board, lifted, target);
     }
-    return {dead, sum};
+    if (Has(lifted.Dead, target)) {
+        return {lifted.Dead, lifted.Sum};
+    }
+    const int from = KindBelow(board, lifted, target);
+    const int height = board.Height[target];
+    return {lifted.Dead, lifted.Sum -
+                             WorthOfPlainTower(context, lifted.View, target, from, height) +
+                             WorthOfPlainTower(context, lifted.View, target,
+                                               KindOnTop(lifted, from), height + lifted.Height)};
 }
 
 }  // namespace

@@ -150,7 +150,8 @@ struct Search {
         return ValueFor(board.ActivePlayer, value);
     }
 
-    double StaticValueBehind(const SearchBoard<Set>& board, const Step& way, Set dead, bool isEnd) {
+    [[gnu::noinline]] double StaticValueBehind(const SearchBoard<Set>& board, const Step& way,
+                                               Set dead, bool isEnd) {
         return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead), isEnd);
     }
 
@@ -190,11 +191,11 @@ struct Search {
     }
 
     // Takes in a leaf by its exact value. Answers false when it reaches the bound.
-    bool TakeExactly(const SearchBoard<Set>& board, const Step& way, const Landing<Set>& landing,
-                     double treshold, BestLeaf<Set>& leaf) {
+    [[gnu::noinline]] bool TakeExactly(const SearchBoard<Set>& board, const Step& way, Set dead,
+                                       bool isEnd, double treshold, BestLeaf<Set>& leaf) {
         SettleLeaf(board, leaf);
-        const bool goesOn = leaf.Best.Take(
-            -StaticValueBehind(board, way, landing.Dead, !CanMove(landing.Sum)), way, treshold);
+        const bool goesOn =
+            leaf.Best.Take(-StaticValueBehind(board, way, dead, isEnd), way, treshold);
         leaf.Low = Tables.Worths.RankOf(leaf.Best.Value) - 1;
         leaf.High = leaf.Low + 2;
         return goesOn;
@@ -213,35 +214,45 @@ struct Search {
     BestSoFar SearchLeaves(const SearchBoard<Set>& board, Worth sum, double treshold,
                            double enough) {
         BestLeaf<Set> leaf;
-        const Rank bound = Tables.Worths.RankOf(treshold);
         const Rank margin = Tables.Worths.Margin;
+        const Rank bound = Tables.Worths.RankOf(treshold);
+        const Rank surelyEnough = bound + margin;
+        Rank surelyWorse = leaf.Low - margin;
         const int opponent = OtherColor(board.ActivePlayer);
+        const Worth judged = HasChance() ? 0 : MOBILITY;  // by the worth, unless that is 0 here
+        int numLeaves = 0;
+        bool isExact = true;
         ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
-            ++NumEvaluations;
-            const bool isEnd = !CanMove(landing.Sum);
-            IsExact = IsExact && isEnd;
-            if (isEnd || HasChance()) {
-                return TakeExactly(board, way, landing, treshold, leaf);
-            }
+            ++numLeaves;
             const Rank rank = RankAgainst(landing.Sum, opponent);
-            if (rank + margin <= leaf.Low) {
-                return true;  // no better than the best
+            if ((landing.Sum & judged) != 0) {
+                isExact = false;
+                if (rank <= surelyWorse) {
+                    return true;
+                }
+                if (rank >= surelyEnough) {
+                    leaf.Best.IsCutOff = leaf.Best.HasMove = true;
+                    return false;
+                }
+                if (rank - margin > leaf.High && rank + margin < bound) {
+                    leaf.Best.Way = way;
+                    leaf.Best.HasMove = true;
+                    leaf.Dead = landing.Dead;
+                    leaf.HasValue = false;
+                    leaf.Low = rank - margin;
+                    leaf.High = rank + margin;
+                    surelyWorse = leaf.Low - margin;
+                    return true;
+                }
             }
-            if (rank - margin >= bound) {
-                leaf.Best.IsCutOff = leaf.Best.HasMove = true;
-                return false;
-            }
-            if (rank - margin <= leaf.High || rank + margin >= bound) {
-                return TakeExactly(board, way, landing, treshold, leaf);
-            }
-            leaf.Best.Way = way;
-            leaf.Best.HasMove = true;
-            leaf.Dead = landing.Dead;
-            leaf.HasValue = false;
-            leaf.Low = rank - margin;
-            leaf.High = rank + margin;
-            return true;
+            const bool isEnd = !CanMove(landing.Sum);
+            isExact = isExact && isEnd;
+            const bool goesOn = TakeExactly(board, way, landing.Dead, isEnd, treshold, leaf);
+            surelyWorse = leaf.Low - margin;
+            return goesOn;
         });
+        NumEvaluations += numLeaves;
+        IsExact = IsExact && isExact;
         if (leaf.Best.IsCutOff) {
             return leaf.Best;
         }
@@ -260,27 +271,67 @@ struct Search {
         }
     }
 
-    // Makes and counts every child of a deeper node. Answers their number.
+    // Notes a child of a node above the leaves. Answers its rank for the side that moves there.
+    Rank NoteChild(const SearchBoard<Set>& board, const Landing<Set>& landing, const Step& way,
+                   Child<Set>& child) {
+        child.Dead = landing.Dead;
+        child.Way = way;
+        child.HasValue = false;
+        child.Sum = landing.Sum;
+        child.Value = 0.0;
+        if (HasChance() || !CanMove(landing.Sum)) {
+            SettleChild(board, child);
+            return Tables.Worths.RankOf(-child.Value);
+        }
+        return RankAgainst(landing.Sum, OtherColor(board.ActivePlayer));
+    }
+
+    // Makes every child of a node above the leaves. Answers their number.
     int ExpandNode(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
         int count = 0;
-        const int opponent = OtherColor(board.ActivePlayer);
         ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
-            Child<Set>& child = level.Children[count];
-            child.Dead = landing.Dead;
-            child.Way = way;
-            child.HasValue = false;
-            child.Sum = landing.Sum;
-            child.Value = 0.0;
-            level.Ranks[count] = RankAgainst(landing.Sum, opponent);
-            if (HasChance() || !CanMove(landing.Sum)) {
-                SettleChild(board, child);
-                level.Ranks[count] = Tables.Worths.RankOf(-child.Value);
-            }
+            level.Ranks[count] = NoteChild(board, landing, way, level.Children[count]);
             ++count;
             return true;
         });
-        NumEvaluations += count;
         return count;
+    }
+
+    // Finds the child that is searched first: most nodes are cut off by it, and never need the
+    // others, nor their order. It becomes the first of the level. Answers how many there are.
+    int FindFirstChild(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
+        const Rank doubt = 2 * Tables.Worths.Margin;
+        int numMoves = 0;
+        int numContenders = 0;
+        Rank floor = std::numeric_limits<Rank>::min();
+        ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
+            ++numMoves;
+            if (CanMove(landing.Sum) &&
+                RankAgainst(landing.Sum, OtherColor(board.ActivePlayer)) < floor) {
+                return true;
+            }
+            const Rank rank = NoteChild(board, landing, way, level.Children[numContenders]);
+            if (rank >= floor) {
+                level.Ranks[numContenders++] = rank;
+                floor = rank - doubt > floor ? rank - doubt : floor;
+            }
+            return true;
+        });
+        int first = -1;
+        for (int i = 0; i < numContenders; ++i) {
+            if (level.Ranks[i] < floor) {
+                continue;
+            }
+            if (first >= 0) {
+                SettleChild(board, level.Children[first]);
+                SettleChild(board, level.Children[i]);
+            }
+            if (first < 0 || level.Children[first].Value > level.Children[i].Value) {
+                first = i;
+            }
+        }
+        level.Order[0] = first;
+        return numMoves;
     }
 
     // Puts the children in the order in which they are searched.
@@ -325,13 +376,16 @@ struct Search {
         Progress.BestValue = best.Value;
     }
 
-    BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
+    BestSoFar SearchChildren(const SearchBoard<Set>& board, Worth sum, int depth, double treshold,
                              Level<Set>& level, int count) {
-        SortChildren(board, count, level);
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
             if (depth == RootDepth) {
                 NoteProgress(best, i, count);
+            }
+            if (i == 1 && !HasChance()) {
+                ExpandNode(board, sum, level);
+                SortChildren(board, count, level);
             }
             const Child<Set>& child = level.Children[level.Order[i]];
             double value = -child.Value;
@@ -378,9 +432,16 @@ struct Search {
             return {};
         }
         Level<Set>& level = *Space.Levels[depth];
-        numMoves = ExpandNode(board, sum, level);
+        if (HasChance()) {
+            numMoves = ExpandNode(board, sum, level);
+            if (numMoves != 0)
+                SortChildren(board, numMoves, level);
+        } else {
+            numMoves = FindFirstChild(board, sum, level);
+        }
+        NumEvaluations += numMoves;
         return numMoves == 0 ? BestSoFar{}
-                             : SearchChildren(board, depth, treshold, level, numMoves);
+                             : SearchChildren(board, sum, depth, treshold, level, numMoves);
     }
 
     SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,

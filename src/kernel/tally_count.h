@@ -76,16 +76,24 @@ struct TowerView {
     Set Life;
 };
 
-// What a tower contributes to the worth of `board`, as it stands in `view`; nothing when its kind
-// is that of a lone life stone.
+// What a tower contributes to the worth of a board, as it stands in `view`, but for the targets
+// that the other side owns; nothing when its kind is that of a lone life stone.
+template <typename Set>
+inline Worth WorthOfPlainTower(const Context<Set>& context, const TowerView<Set>& view, int space,
+                               int kind, int height) {
+    const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
+    const TowerWorth& worth = context.Worths.Towers[kind];
+    return worth.Tower + height * worth.Stone + Count(reached) * worth.Target +
+           Count(reached & view.Life) * worth.LifeTarget;
+}
+
+// The same with those targets.
 template <typename Set>
 inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
                           const TowerView<Set>& view, int space, int kind, int height) {
-    const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
-    const TowerWorth& worth = context.Worths.Towers[kind];
-    Worth sum = worth.Tower + height * worth.Stone + Count(reached) * worth.Target +
-                Count(reached & view.Life) * worth.LifeTarget;
+    Worth sum = WorthOfPlainTower(context, view, space, kind, height);
     if (context.Worths.WithEnemies) {
+        const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
         const Set enemies = board.Owned[kind < BLACK * KIND_OWNER ? BLACK : WHITE];
         sum += Count(reached & enemies) * context.Worths.EnemyTargets[kind];
     }

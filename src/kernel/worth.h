@@ -23,8 +23,10 @@ static_assert(NUM_DIRECTIONS * MAX_BOARD_SPACES < 1 << MOBILITY_BITS);
 // The upper bits by themselves, or a value in the same unit.
 using Rank = std::int64_t;
 
+inline constexpr Worth MOBILITY = (Worth{1} << MOBILITY_BITS) - 1;
+
 inline bool CanMove(Worth worth) {
-    return (worth & ((Worth{1} << MOBILITY_BITS) - 1)) != 0;
+    return (worth & MOBILITY) != 0;
 }
 
 // The rank for the side that is not `player`: the one that has moved into the position.
