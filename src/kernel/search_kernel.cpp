@@ -377,13 +377,13 @@ struct Search {
     }
 
     BestSoFar SearchChildren(const SearchBoard<Set>& board, Worth sum, int depth, double treshold,
-                             Level<Set>& level, int count) {
+                             Level<Set>& level, int count, bool isSorted) {
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
             if (depth == RootDepth) {
                 NoteProgress(best, i, count);
             }
-            if (i == 1 && !HasChance()) {
+            if (i == 1 && !isSorted) {
                 ExpandNode(board, sum, level);
                 SortChildren(board, count, level);
             }
@@ -432,7 +432,8 @@ struct Search {
             return {};
         }
         Level<Set>& level = *Space.Levels[depth];
-        if (HasChance()) {
+        const bool needsAll = HasChance() || treshold >= HIGH_INIT_VALUE;
+        if (needsAll) {
             numMoves = ExpandNode(board, sum, level);
             if (numMoves != 0)
                 SortChildren(board, numMoves, level);
@@ -440,8 +441,9 @@ struct Search {
             numMoves = FindFirstChild(board, sum, level);
         }
         NumEvaluations += numMoves;
-        return numMoves == 0 ? BestSoFar{}
-                             : SearchChildren(board, sum, depth, treshold, level, numMoves);
+        return numMoves == 0
+                   ? BestSoFar{}
+                   : SearchChildren(board, sum, depth, treshold, level, numMoves, needsAll);
     }
 
     SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
@@ -474,8 +476,8 @@ struct Search {
         if (HasChance()) {
             return SearchAnew(board, sum, drawnValue, depth, treshold).Value;
         }
-        const auto key = Space.Table.KeyOf(board, depth);
-        const SearchOutcome* known = Space.Table.Find(key);
+        const auto address = Space.Table.AddressOf(board, depth);
+        const SearchOutcome* known = Space.Table.Find(address);
         if (known != nullptr && treshold > known->Above && treshold <= known->UpTo) {
             NumEvaluations += known->NumEvaluations;
             IsExact = IsExact && known->IsExact;
@@ -488,7 +490,7 @@ struct Search {
             return outcome.Value;
         }
         outcome.IsExact = IsExact;
-        Space.Table.Store(key, outcome);
+        Space.Table.Store(address, outcome);
         IsExact = IsExact && wasExact;
         return outcome.Value;
     }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <type_traits>
@@ -46,10 +47,20 @@ struct SearchTable {
     };
     static_assert(std::has_unique_object_representations_v<Key>);
 
+    // A node to be looked up or stored: its key, and the hash of that.
+    struct Address {
+        Key Node;
+        std::uint64_t Hash;
+    };
+
     struct Entry {
         Key Node;
         SearchOutcome Outcome;
     };
+
+    // A part of an entry's hash. The tags of all entries stand close together, so that most of the
+    // nodes that are not in the table are told from those that are without a look at far memory.
+    using Tag = std::uint32_t;
 
     // The sizes, from small to large, grow by a factor of four.
     static constexpr int NUM_SIZES = 4;
@@ -59,9 +70,14 @@ struct SearchTable {
     struct Free {
         void operator()(void* memory) const { std::free(memory); }
     };
-    std::array<std::unique_ptr<Entry[], Free>, NUM_SIZES> Sizes;
-    Entry* Entries = nullptr;  // the size in use
+    struct Size {
+        std::unique_ptr<Entry[], Free> Entries;
+        std::unique_ptr<Tag[], Free> Tags;
+    };
+    std::array<Size, NUM_SIZES> Sizes;
     int SizeInUse = 0;
+    Entry* Entries = nullptr;  // of the size in use
+    Tag* Tags = nullptr;
     std::uint64_t Search = 0;    // number of the search under way
     std::int64_t NumStored = 0;  // what it has stored
 
@@ -73,37 +89,46 @@ struct SearchTable {
         return Use(0);
     }
 
-    // The label holds the side to move in bit 0, the depth from bit 1 on and the search from bit 8
-    // on. Searches are numbered from 1, so an unused entry has the label of none.
-    [[nodiscard]] Key KeyOf(const SearchBoard<Set>& board, int depth) const {
+    // Where to look for the node of this position and remaining depth. The label holds the side to
+    // move in bit 0, the depth from bit 1 on and the search from bit 8 on. Searches are numbered
+    // from 1, so an unused entry has the label of none.
+    [[nodiscard]] Address AddressOf(const SearchBoard<Set>& board, int depth) const {
         const Set side = board.ActivePlayer == BLACK ? 1 : 0;
         const Set label = side | static_cast<Set>(depth) << 1 | static_cast<Set>(Search) << 8;
-        return {board.Height, board.Owned, board.Life, label};
+        const Key key = {board.Height, board.Owned, board.Life, label};
+        return {key, HashOf(key)};
     }
 
     // What is known of a node, or null.
-    [[nodiscard]] const SearchOutcome* Find(const Key& key) const {
-        Entry* places = PlacesOf(key);
-        return places[0].Node == key   ? &places[0].Outcome
-               : places[1].Node == key ? &places[1].Outcome
-                                       : nullptr;
+    [[nodiscard]] const SearchOutcome* Find(const Address& address) const {
+        const std::size_t place = PlaceOf(address.Hash);
+        for (const std::size_t i : {place, place + 1}) {
+            if (Tags[i] == TagOf(address.Hash) && Entries[i].Node == address.Node) {
+                return &Entries[i].Outcome;
+            }
+        }
+        return nullptr;
     }
 
-    void Store(const Key& key, const SearchOutcome& outcome) {
+    void Store(const Address& address, const SearchOutcome& outcome) {
         if (++NumStored > 2 * NumEntries() && SizeInUse + 1 < NUM_SIZES) {
             Grow();
         }
-        Put({key, outcome});
+        Put(address.Hash, {address.Node, outcome});
     }
 
 private:
     static Set DepthOf(const Key& key) { return key.Label >> 1 & 127; }
 
-    void Put(const Entry& entry) {
-        Entry* places = PlacesOf(entry.Node);
-        const bool isFree = places[0].Node.Label >> 8 != Search || places[0].Node == entry.Node;
-        const bool goesFirst = isFree || DepthOf(places[0].Node) <= DepthOf(entry.Node);
-        places[goesFirst ? 0 : 1] = entry;
+    void Put(std::uint64_t hash, const Entry& entry) {
+        const std::size_t place = PlaceOf(hash);
+        const Key& first = Entries[place].Node;
+        const bool isFree =
+            first.Label >> 8 != Search || (Tags[place] == TagOf(hash) && first == entry.Node);
+        const bool goesFirst = isFree || DepthOf(first) <= DepthOf(entry.Node);
+        const std::size_t i = goesFirst ? place : place + 1;
+        Entries[i] = entry;
+        Tags[i] = TagOf(hash);
     }
 
     [[nodiscard]] int IndexBits() const { return FIRST_BITS + 2 * SizeInUse; }
@@ -112,15 +137,20 @@ private:
     // Goes over to one of the sizes. Without memory for it, all stays as it is.
     [[nodiscard]] bool Use(int size) {
         static_assert(std::is_trivially_copyable_v<Entry>);
-        if (Sizes[size] == nullptr) {
-            const std::size_t numEntries = std::size_t{1} << (FIRST_BITS + 2 * size);
-            Sizes[size].reset(static_cast<Entry*>(std::calloc(numEntries, sizeof(Entry))));
+        Size& wanted = Sizes[size];
+        const std::size_t numEntries = std::size_t{1} << (FIRST_BITS + 2 * size);
+        if (wanted.Entries == nullptr) {
+            wanted.Entries.reset(static_cast<Entry*>(std::calloc(numEntries, sizeof(Entry))));
         }
-        if (Sizes[size] == nullptr) {
+        if (wanted.Tags == nullptr) {
+            wanted.Tags.reset(static_cast<Tag*>(std::calloc(numEntries, sizeof(Tag))));
+        }
+        if (wanted.Entries == nullptr || wanted.Tags == nullptr) {
             return false;
         }
-        Entries = Sizes[size].get();
         SizeInUse = size;
+        Entries = wanted.Entries.get();
+        Tags = wanted.Tags.get();
         return true;
     }
 
@@ -132,13 +162,19 @@ private:
         }
         for (const Entry& entry : before) {
             if (entry.Node.Label >> 8 == Search) {
-                Put(entry);
+                Put(HashOf(entry.Node), entry);
             }
         }
     }
 
-    // The two places where an entry of this key may stand.
-    [[nodiscard]] Entry* PlacesOf(const Key& key) const {
+    [[nodiscard]] static Tag TagOf(std::uint64_t hash) { return static_cast<Tag>(hash); }
+
+    // The first of the two places that are open to an entry.
+    [[nodiscard]] std::size_t PlaceOf(std::uint64_t hash) const {
+        return hash >> (65 - IndexBits()) << 1;
+    }
+
+    [[nodiscard]] static std::uint64_t HashOf(const Key& key) {
         std::array<std::uint64_t, sizeof(Key) / sizeof(std::uint64_t)> words;
         std::memcpy(words.data(), &key, sizeof key);
         // Every word has an odd factor of its own, so that the products need not wait for each
@@ -148,7 +184,7 @@ private:
         for (std::size_t i = 0; i < words.size(); ++i) {
             hash += std::rotl(words[i] * (GOLDEN * (2 * i + 1)), 32);
         }
-        return Entries + ((hash ^ hash >> 32) * GOLDEN >> (65 - IndexBits())) * 2;
+        return (hash ^ hash >> 32) * GOLDEN;
     }
 };
 
