@@ -22,9 +22,9 @@ namespace {
 
 // A move as the search sees it.
 struct Step {
-    int Source = 0;
-    int Target = 0;
-    int Direction = 0;
+    std::uint8_t Source = 0;
+    std::uint8_t Target = 0;
+    std::uint8_t Direction = 0;
 };
 
 template <typename Set>
@@ -38,10 +38,10 @@ Move MoveOf(const Geometry<Set>& geometry, const Step& step) {
 template <typename Set>
 struct Child {
     Set Dead;
-    Step Way;
-    bool HasValue;
     Worth Sum;
     double Value;  // the static value for the side to move, when HasValue
+    Step Way;
+    bool HasValue;
 };
 
 // The children of the node that is searched at one remaining depth. A node only writes the level of
@@ -140,19 +140,22 @@ struct Search {
 
     // The static value of a position for its side to move. With chance at work this draws, and so
     // must be asked for every evaluation once, when it is counted.
-    double StaticValue(const SearchBoard<Set>& board, bool isEnd) {
+    double StaticValue(const SearchBoard<Set>& board) {
         const double randomTerm = HasChance() ? RandomWeight * RandomReal() : 0.0;
-        const double value =
-            isEnd ? FinalValue(StoneLead(board))
-                  : WeightedSum(CountTallies(Tables.Shape, board, Tables.Worths.WithEnemies),
-                                Weights) +
-                        randomTerm;
-        return ValueFor(board.ActivePlayer, value);
+        const Tallies tallies = CountTallies(Tables.Shape, board, Tables.Worths.WithEnemies);
+        return ValueFor(board.ActivePlayer, WeightedSum(tallies, Weights) + randomTerm);
     }
 
+    // The same of the position behind a move.
     [[gnu::noinline]] double StaticValueBehind(const SearchBoard<Set>& board, const Step& way,
                                                Set dead, bool isEnd) {
-        return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead), isEnd);
+        if (!isEnd) {
+            return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead));
+        }
+        if (HasChance()) {
+            SkipRandom(1);
+        }
+        return FinalValue(StoneLeadBehind(board, way.Source, way.Target, dead));
     }
 
     // The directions in which a tower with these targets can move: bit d for direction d.
@@ -181,9 +184,10 @@ struct Search {
             unsigned ways = row == 1 ? lifted.Neighbours : OccupiedWays(targets, board.Occupied);
             for (; ways != 0; ways &= ways - 1) {
                 const int direction = First(SmallSet{ways});
-                const int target = targets[direction];
+                const std::uint8_t target = targets[direction];
                 if (!visit(PutDown(Tables, board, lifted, target),
-                           Step{source, target, direction})) {
+                           Step{static_cast<std::uint8_t>(source), target,
+                                static_cast<std::uint8_t>(direction)})) {
                     return;
                 }
             }
@@ -271,83 +275,64 @@ struct Search {
         }
     }
 
-    // Notes a child of a node above the leaves. Answers its rank for the side that moves there.
-    Rank NoteChild(const SearchBoard<Set>& board, const Landing<Set>& landing, const Step& way,
-                   Child<Set>& child) {
-        child.Dead = landing.Dead;
-        child.Way = way;
-        child.HasValue = false;
-        child.Sum = landing.Sum;
-        child.Value = 0.0;
-        if (HasChance() || !CanMove(landing.Sum)) {
-            SettleChild(board, child);
-            return Tables.Worths.RankOf(-child.Value);
-        }
-        return RankAgainst(landing.Sum, OtherColor(board.ActivePlayer));
-    }
-
-    // Makes every child of a node above the leaves. Answers their number.
+    // Makes and counts every child of a node above the leaves. Answers their number.
     int ExpandNode(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
         int count = 0;
+        const int opponent = OtherColor(board.ActivePlayer);
+        const Worth judged = HasChance() ? 0 : MOBILITY;  // by the worth, unless that is 0 here
         ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
-            level.Ranks[count] = NoteChild(board, landing, way, level.Children[count]);
+            Child<Set>& child = level.Children[count];
+            child.Dead = landing.Dead;
+            child.Sum = landing.Sum;
+            child.Way = way;
+            child.HasValue = false;
+            level.Ranks[count] = RankAgainst(landing.Sum, opponent);
+            if ((landing.Sum & judged) == 0) {
+                SettleChild(board, child);
+                level.Ranks[count] = Tables.Worths.RankOf(-child.Value);
+            }
             ++count;
             return true;
         });
+        NumEvaluations += count;
         return count;
     }
 
-    // Finds the child that is searched first: most nodes are cut off by it, and never need the
-    // others, nor their order. It becomes the first of the level. Answers how many there are.
-    int FindFirstChild(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
+    // Whether the first of two children has the higher value.
+    bool IsAbove(const SearchBoard<Set>& board, Level<Set>& level, int a, int b) {
         const Rank doubt = 2 * Tables.Worths.Margin;
-        int numMoves = 0;
-        int numContenders = 0;
-        Rank floor = std::numeric_limits<Rank>::min();
-        ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
-            ++numMoves;
-            if (CanMove(landing.Sum) &&
-                RankAgainst(landing.Sum, OtherColor(board.ActivePlayer)) < floor) {
-                return true;
-            }
-            const Rank rank = NoteChild(board, landing, way, level.Children[numContenders]);
-            if (rank >= floor) {
-                level.Ranks[numContenders++] = rank;
-                floor = rank - doubt > floor ? rank - doubt : floor;
-            }
-            return true;
-        });
+        const Rank lead = level.Ranks[b] - level.Ranks[a];
+        if (lead > doubt || lead < -doubt) {
+            return lead > 0;
+        }
+        Child<Set>& one = level.Children[a];
+        Child<Set>& other = level.Children[b];
+        SettleChild(board, one);
+        SettleChild(board, other);
+        return one.Value > other.Value;
+    }
+
+    // Finds the child that the order of the moves puts first. Most nodes are cut off by it, and
+    // never need the others.
+    int FindFirstChild(const SearchBoard<Set>& board, int count, Level<Set>& level) {
+        Rank best = level.Ranks[0];
+        for (int i = 1; i < count; ++i) {
+            best = level.Ranks[i] > best ? level.Ranks[i] : best;
+        }
+        const Rank doubt = 2 * Tables.Worths.Margin;
         int first = -1;
-        for (int i = 0; i < numContenders; ++i) {
-            if (level.Ranks[i] < floor) {
-                continue;
-            }
-            if (first >= 0) {
-                SettleChild(board, level.Children[first]);
-                SettleChild(board, level.Children[i]);
-            }
-            if (first < 0 || level.Children[first].Value > level.Children[i].Value) {
+        for (int i = 0; i < count; ++i) {
+            if (level.Ranks[i] >= best - doubt && (first < 0 || IsAbove(board, level, first, i))) {
                 first = i;
             }
         }
-        level.Order[0] = first;
-        return numMoves;
+        return first;
     }
 
     // Puts the children in the order in which they are searched.
     void SortChildren(const SearchBoard<Set>& board, int count, Level<Set>& level) {
-        const Rank doubt = 2 * Tables.Worths.Margin;
-        SortPositions(count, level.Order.data(), [&](int a, int b) {
-            const Rank lead = level.Ranks[b] - level.Ranks[a];
-            if (lead > doubt || lead < -doubt) {
-                return lead > 0;
-            }
-            Child<Set>& one = level.Children[a];
-            Child<Set>& other = level.Children[b];
-            SettleChild(board, one);
-            SettleChild(board, other);
-            return one.Value > other.Value;
-        });
+        SortPositions(count, level.Order.data(),
+                      [&](int a, int b) { return IsAbove(board, level, a, b); });
     }
 
     // To be called where a node above the leaves is entered. Answers true when the search is to
@@ -376,16 +361,18 @@ struct Search {
         Progress.BestValue = best.Value;
     }
 
-    BestSoFar SearchChildren(const SearchBoard<Set>& board, Worth sum, int depth, double treshold,
-                             Level<Set>& level, int count, bool isSorted) {
+    BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
+                             Level<Set>& level, int count) {
+        const bool canBeCutOff = treshold < HIGH_INIT_VALUE;
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
+            if (i == (canBeCutOff ? 1 : 0)) {
+                SortChildren(board, count, level);
+            } else if (i == 0) {
+                level.Order[0] = FindFirstChild(board, count, level);
+            }
             if (depth == RootDepth) {
                 NoteProgress(best, i, count);
-            }
-            if (i == 1 && !isSorted) {
-                ExpandNode(board, sum, level);
-                SortChildren(board, count, level);
             }
             const Child<Set>& child = level.Children[level.Order[i]];
             double value = -child.Value;
@@ -410,7 +397,7 @@ struct Search {
     double SearchPass(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth) {
         if (depth == 0) {
             IsExact = false;
-            return HasChance() ? -drawnValue : -StaticValue(board, false);
+            return HasChance() ? -drawnValue : -StaticValue(board);
         }
         SearchBoard<Set> passed = board;
         passed.ActivePlayer = OtherColor(board.ActivePlayer);
@@ -432,18 +419,9 @@ struct Search {
             return {};
         }
         Level<Set>& level = *Space.Levels[depth];
-        const bool needsAll = HasChance() || treshold >= HIGH_INIT_VALUE;
-        if (needsAll) {
-            numMoves = ExpandNode(board, sum, level);
-            if (numMoves != 0)
-                SortChildren(board, numMoves, level);
-        } else {
-            numMoves = FindFirstChild(board, sum, level);
-        }
-        NumEvaluations += numMoves;
-        return numMoves == 0
-                   ? BestSoFar{}
-                   : SearchChildren(board, sum, depth, treshold, level, numMoves, needsAll);
+        numMoves = ExpandNode(board, sum, level);
+        return numMoves == 0 ? BestSoFar{}
+                             : SearchChildren(board, depth, treshold, level, numMoves);
     }
 
     SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
