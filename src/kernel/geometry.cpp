@@ -14,9 +14,10 @@ void NumberSpaces(Geometry<Set>& geometry, SpaceNumbers& numbers) {
         for (int x = columns.First; x < columns.End; ++x) {
             const int space = geometry.NumSpaces++;
             numbers[x][y] = space;
-            geometry.Column[space] = static_cast<std::uint8_t>(x);
-            geometry.Row[space] = static_cast<std::uint8_t>(y);
-            geometry.FromCenter[space] = static_cast<std::uint8_t>(CenterDistance(x, y));
+            Spot<Set>& spot = geometry.Spots[space];
+            spot.Column = static_cast<std::uint8_t>(x);
+            spot.Row = static_cast<std::uint8_t>(y);
+            spot.FromCenter = static_cast<std::uint8_t>(CenterDistance(x, y));
         }
     }
 }
@@ -24,33 +25,35 @@ void NumberSpaces(Geometry<Set>& geometry, SpaceNumbers& numbers) {
 // Fills the targets of one space for one height.
 template <typename Set>
 void FillTargets(Geometry<Set>& geometry, const SpaceNumbers& numbers, int space, int height) {
+    Spot<Set>& spot = geometry.Spots[space];
     Set reached = 0;
     for (int d = 0; d < NUM_DIRECTIONS; ++d) {
-        const Place place = StepFrom(geometry.Column[space], geometry.Row[space], d, height);
+        const Place place = StepFrom(spot.Column, spot.Row, d, height);
         int target = geometry.NumSpaces;
         if (height > 0 && height < REACH_NONE && IsOnBoard(place.Column, place.Row)) {
             target = numbers[place.Column][place.Row];
             reached |= Bit<Set>(target);
         }
-        geometry.Target[space][height][d] = static_cast<std::uint8_t>(target);
+        spot.Target[height][d] = static_cast<std::uint8_t>(target);
     }
-    geometry.Reached[space][height] = reached;
+    spot.Reached[height] = reached;
 }
 
 // Two neighbours each stand side by side in the rows above and below; where only one of the two is
 // on the board, the other's number follows from it.
 template <typename Set>
-void FillRing(Geometry<Set>& geometry, int space) {
-    const auto& targets = geometry.Target[space][1];
-    auto& ring = geometry.Rings[space];
+void FillNeighbours(Geometry<Set>& geometry, int space) {
+    Spot<Set>& spot = geometry.Spots[space];
+    const auto& targets = spot.Target[1];
     auto isThere = [&](int d) { return targets[d] != geometry.NumSpaces; };
+    spot.OnBoard = 0;
     for (int d = 0; d < NUM_DIRECTIONS; ++d) {
-        ring.OnBoard |= static_cast<std::uint8_t>((isThere(d) ? 1 : 0) << d);
+        spot.OnBoard |= static_cast<std::uint8_t>((isThere(d) ? 1 : 0) << d);
     }
-    ring.Above = static_cast<std::uint8_t>(isThere(4)   ? targets[4] + 1
+    spot.Above = static_cast<std::uint8_t>(isThere(4)   ? targets[4] + 1
                                            : isThere(5) ? targets[5]
                                                         : 0);
-    ring.Below = static_cast<std::uint8_t>(isThere(2)   ? targets[2] + 1
+    spot.Below = static_cast<std::uint8_t>(isThere(2)   ? targets[2] + 1
                                            : isThere(1) ? targets[1]
                                                         : 0);
 }
@@ -64,8 +67,7 @@ void FillGeometry(Geometry<Set>& geometry) {
         for (int height = 0; height <= REACH_NONE; ++height) {
             FillTargets(geometry, numbers, space, height);
         }
-        geometry.Rings[space] = {};
-        FillRing(geometry, space);
+        FillNeighbours(geometry, space);
         if (Count(geometry.Neighbours(space)) == NUM_DIRECTIONS) {
             geometry.Inner |= Bit<Set>(space);
         }

@@ -12,34 +12,36 @@
 inline constexpr int REACH_NONE = MAX_BOARD_X_DIM;
 static_assert(MAX_BOARD_Y_DIM <= REACH_NONE);
 
+// One space.
+template <typename Set>
+struct alignas(64) Spot {
+    // The spaces that a tower of a height reaches from here, without what is off the board. Being
+    // reached is mutual: the towers of height h that reach this space stand on Reached[h].
+    std::array<Set, REACH_NONE + 1> Reached{};
+    // The same by direction, with NumSpaces for what is off the board; height 0, that of an empty
+    // space, reaches nothing.
+    std::array<std::array<std::uint8_t, NUM_DIRECTIONS>, REACH_NONE + 1> Target{};
+    // Where the neighbours stand in a set; see OccupiedNeighbours.
+    std::uint8_t Above = 0;    // number of the space (column, row - 1), plus 1
+    std::uint8_t Below = 0;    // number of (column - 1, row + 1), plus 1
+    std::uint8_t OnBoard = 0;  // bit d: there is a neighbour in direction d
+    std::uint8_t Column = 0;
+    std::uint8_t Row = 0;
+    std::uint8_t FromCenter = 0;  // CenterDistance
+};
+
 template <typename Set>
 struct Geometry {
     static constexpr int MAX_SPACES = sizeof(Set) * 8;  // one of them stands for "off the board"
 
-    // The space that a tower of a height reaches in each direction, or NumSpaces when that is off
-    // the board; height 0, that of an empty space, reaches nothing.
-    std::array<std::array<std::array<std::uint8_t, NUM_DIRECTIONS>, REACH_NONE + 1>, MAX_SPACES>
-        Target{};
-    // The same as a set, without what is off the board. Being reached is mutual: the towers of
-    // height h that reach a space stand on Reached[space][h].
-    std::array<std::array<Set, REACH_NONE + 1>, MAX_SPACES> Reached{};
-    // Where the neighbours of a space stand in a set; see OccupiedNeighbours.
-    struct Ring {
-        std::uint8_t Above = 0;    // number of the space (column, row - 1), plus 1
-        std::uint8_t Below = 0;    // number of (column - 1, row + 1), plus 1
-        std::uint8_t OnBoard = 0;  // bit d: there is a neighbour in direction d
-    };
-    std::array<Ring, MAX_SPACES> Rings{};
+    std::array<Spot<Set>, MAX_SPACES> Spots{};
     // The spaces whose six neighbours all belong to the board: only they can be enclosed.
     Set Inner = 0;
-    std::array<std::uint8_t, MAX_SPACES> Column{};
-    std::array<std::uint8_t, MAX_SPACES> Row{};
-    std::array<std::uint8_t, MAX_SPACES> FromCenter{};  // CenterDistance
     int NumSpaces = 0;
     int BoardXDim = 0;  // the board size that the tables were made for
     int BoardYDim = 0;
 
-    [[nodiscard]] const Set& Neighbours(int space) const { return Reached[space][1]; }
+    [[nodiscard]] const Set& Neighbours(int space) const { return Spots[space].Reached[1]; }
 };
 
 // The tables of the current board, made anew when the board size has changed since the last call.

@@ -42,12 +42,12 @@ inline unsigned OccupiedNeighbours(const Geometry<Set>& geometry, Set occupied, 
         }
         return ways;
     }();
-    const auto& ring = geometry.Rings[space];
+    const Spot<Set>& spot = geometry.Spots[space];
     const Set shifted = occupied << 1;  // so that the place before space 0 is there
     const auto cut = [&](int place) { return static_cast<unsigned>(shifted >> place); };
     const unsigned index =
-        (cut(space) & 5) | (cut(ring.Above) & 3) << 3 | (cut(ring.Below) & 3) << 5;
-    return WAYS[index] & ring.OnBoard;
+        (cut(space) & 5) | (cut(spot.Above) & 3) << 3 | (cut(spot.Below) & 3) << 5;
+    return WAYS[index] & spot.OnBoard;
 }
 
 // The first spaces of the runs of occupied neighbours round a vacated space, in walking order.
@@ -78,7 +78,7 @@ inline constexpr auto RUN_DIRECTIONS = [] {
 template <typename Set>
 inline RunStarts FindRuns(const Geometry<Set>& geometry, unsigned ways, int space) {
     const RunDirections& runs = RUN_DIRECTIONS[ways];
-    const auto& ring = geometry.Target[space][1];
+    const auto& ring = geometry.Spots[space].Target[1];
     return {{ring[runs.Directions[0]], ring[runs.Directions[1]], ring[runs.Directions[2]]},
             runs.Count};
 }
@@ -94,7 +94,7 @@ template <typename Set>
     int best = 0;
     for (int i = 1; i < runs.Count; ++i) {
         runs.Spaces[i] = spaces[i];
-        if (geometry.FromCenter[spaces[i]] > geometry.FromCenter[spaces[best]]) {
+        if (geometry.Spots[spaces[i]].FromCenter > geometry.Spots[spaces[best]].FromCenter) {
             runs.Spaces[i] = spaces[best];
             best = i;
         }

@@ -26,9 +26,6 @@ struct LiftedBoard {
     std::array<Set, 3> Doomed;
     int NumDoomed;
     Worth Sum;
-    // Nothing about the tower changes what others are worth when it is put down: it holds no life,
-    // and nobody asks who owns a target.
-    bool IsPlain;
 };
 
 // Takes the dead groups out of the sets and the worth. They hold no life, and their neighbours are
@@ -76,17 +73,13 @@ inline void LiftTower(const Context<Set>& context, const SearchBoard<Set>& board
     lifted.Enclosed = board.Enclosed & ~geometry.Neighbours(space);
     lifted.Dead = 0;
     lifted.NumDoomed = 0;
-    lifted.IsPlain = (lifted.Kind & KIND_LIFE) == 0 && !context.Worths.WithEnemies;
     // The tower's own share, and that of those who aim at it: from here on it is nobody's target.
     sum -= WorthOfTower(context, board, lifted.View, space, lifted.Kind, lifted.Height);
     sum -= WorthOfTarget(context, board, groups, AimersAt(geometry, board, space), lifted.Kind);
     // Neighbours that it helped to enclose step from enclosed to free.
     for (Set freed = board.Enclosed & geometry.Neighbours(space); freed != 0;) {
         const int tower = TakeFirst(freed);
-        const int kind = board.Kind[tower];
-        const int height = board.Height[tower];
-        sum -= WorthOfTower(context, board, lifted.View, tower, kind, height);
-        sum += WorthOfTower(context, board, lifted.View, tower, kind | KIND_FREE, height);
+        sum += WorthOfFreedom(context, board, lifted.View, tower);
     }
     lifted.Sum = sum;
 
@@ -169,18 +162,20 @@ template <typename Set>
 template <typename Set>
 inline Landing<Set> PutDown(const Context<Set>& context, const SearchBoard<Set>& board,
                             const LiftedBoard<Set>& lifted, int target) {
-    if (!lifted.IsPlain) {
+    if ((lifted.Kind & context.Worths.SpecialKinds) != 0) {
         return PutDownSpecial(context, board, lifted, target);
     }
     if (Has(lifted.Dead, target)) {
         return {lifted.Dead, lifted.Sum};
     }
     const int from = KindBelow(board, lifted, target);
+    const int to = KindOnTop(lifted, from);
     const int height = board.Height[target];
-    return {lifted.Dead, lifted.Sum -
-                             WorthOfPlainTower(context, lifted.View, target, from, height) +
-                             WorthOfPlainTower(context, lifted.View, target,
-                                               KindOnTop(lifted, from), height + lifted.Height)};
+    const TowerView<Set>& view = lifted.View;
+    return {
+        lifted.Dead,
+        lifted.Sum - PlainWorth(context, view, target, height, context.Worths.Towers[from]) +
+            PlainWorth(context, view, target, height + lifted.Height, context.Worths.Towers[to])};
 }
 
 }  // namespace

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "kernel/bit_set.h"
 #include "kernel/geometry.h"
@@ -57,12 +60,17 @@ inline Set EnclosedSpaces(const Geometry<Set>& geometry, Set occupied) {
     return enclosed;
 }
 
+template <typename Set>
+inline const Space& SpaceOf(const Geometry<Set>& geometry, const Position& position, int space) {
+    return position.Spaces[geometry.Spots[space].Column][geometry.Spots[space].Row];
+}
+
 // The compact form of a position of the move phase.
 template <typename Set>
 inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Position& position) {
     SearchBoard<Set> board{};
     for (int i = 0; i < geometry.NumSpaces; ++i) {
-        const Space& space = position.Spaces[geometry.Column[i]][geometry.Row[i]];
+        const Space& space = SpaceOf(geometry, position, i);
         if (space.Height == 0) {
             continue;
         }
@@ -80,7 +88,7 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
     board.Enclosed = EnclosedSpaces(geometry, board.Occupied);
     for (Set occupied = board.Occupied; occupied != 0;) {
         const int i = TakeFirst(occupied);
-        const int owner = position.Spaces[geometry.Column[i]][geometry.Row[i]].Owner;
+        const int owner = SpaceOf(geometry, position, i).Owner;
         board.Kind[i] =
             static_cast<std::uint8_t>(KindOf(owner, !Has(board.Enclosed, i), Has(board.Life, i)));
     }
@@ -92,11 +100,25 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
 // callers take out the towers that have left it since.
 template <typename Set>
 inline Set AimersAt(const Geometry<Set>& geometry, const SearchBoard<Set>& board, int space) {
-    Set aimers = 0;
-    for (int height = 0; height <= REACH_NONE; ++height) {
-        aimers |= geometry.Reached[space][height] & board.ByHeight[height];
+    // Two words at a time, of which all sets consist. A plain loop over the sets is the same, but
+    // the compiler unrolls it into single words where it stands among other code.
+    using Pair [[gnu::vector_size(2 * sizeof(std::uint64_t))]] = std::uint64_t;
+    constexpr std::size_t NUM_PAIRS = sizeof board.ByHeight / sizeof(Pair);
+    const auto pairOf = [](const auto& sets, std::size_t i) {
+        Pair pair;
+        std::memcpy(&pair, reinterpret_cast<const char*>(sets.data()) + i * sizeof pair,
+                    sizeof pair);
+        return pair;
+    };
+    Pair aimers{};
+    for (std::size_t i = 0; i < NUM_PAIRS; ++i) {
+        aimers |= pairOf(geometry.Spots[space].Reached, i) & pairOf(board.ByHeight, i);
     }
-    return aimers;
+    if constexpr (sizeof(Set) == sizeof(std::uint64_t)) {
+        return aimers[0] | aimers[1];
+    } else {
+        return std::bit_cast<Set>(aimers);
+    }
 }
 
 // The position behind the move of the tower on `source` to `target`, of which `dead` dies.

@@ -29,8 +29,8 @@ struct Step {
 
 template <typename Set>
 Move MoveOf(const Geometry<Set>& geometry, const Step& step) {
-    return {.Column = geometry.Column[step.Source],
-            .Row = geometry.Row[step.Source],
+    return {.Column = geometry.Spots[step.Source].Column,
+            .Row = geometry.Spots[step.Source].Row,
             .Direction = step.Direction};
 }
 
@@ -176,11 +176,12 @@ struct Search {
         for (Set movers = board.Owned[board.ActivePlayer] & ~board.Enclosed; movers != 0;) {
             const int source = TakeFirst(movers);
             const int row = ReachRow(board.Height[source]);
-            if ((Tables.Shape.Reached[source][row] & board.Occupied) == 0) {
+            const Spot<Set>& spot = Tables.Shape.Spots[source];
+            if ((spot.Reached[row] & board.Occupied) == 0) {
                 continue;
             }
             LiftTower(Tables, board, groups, sum, source, lifted);
-            const auto& targets = Tables.Shape.Target[source][row];
+            const auto& targets = spot.Target[row];
             unsigned ways = row == 1 ? lifted.Neighbours : OccupiedWays(targets, board.Occupied);
             for (; ways != 0; ways &= ways - 1) {
                 const int direction = First(SmallSet{ways});

@@ -123,8 +123,9 @@ private:
     void Put(std::uint64_t hash, const Entry& entry) {
         const std::size_t place = PlaceOf(hash);
         const Key& first = Entries[place].Node;
-        const bool isFree =
-            first.Label >> 8 != Search || (Tags[place] == TagOf(hash) && first == entry.Node);
+        // Without a tag, memory that has never been used need not be read first.
+        const bool isFree = Tags[place] == 0 || first.Label >> 8 != Search ||
+                            (Tags[place] == TagOf(hash) && first == entry.Node);
         const bool goesFirst = isFree || DepthOf(first) <= DepthOf(entry.Node);
         const std::size_t i = goesFirst ? place : place + 1;
         Entries[i] = entry;

@@ -23,7 +23,7 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
         const Set enemies = board.Owned[OtherColor(owner)];
         ForEachSpace(board.Owned[owner], [&](int space) {
             const int height = board.Height[space];
-            const Set reached = geometry.Reached[space][ReachRow(height)] & board.Occupied;
+            const Set reached = geometry.Spots[space].Reached[ReachRow(height)] & board.Occupied;
             auto field = [](int count, int place) {
                 return static_cast<std::uint64_t>(count) << place;
             };
@@ -81,28 +81,44 @@ struct TowerView {
     Set Life;
 };
 
-// What a tower contributes to the worth of a board, as it stands in `view`, but for the targets
-// that the other side owns; nothing when its kind is that of a lone life stone.
+// What the tower on a space adds to the worth of a board as it stands in `view`, at this worth of
+// its kind and without the targets that the other side owns.
 template <typename Set>
-inline Worth WorthOfPlainTower(const Context<Set>& context, const TowerView<Set>& view, int space,
-                               int kind, int height) {
-    const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
-    const TowerWorth& worth = context.Worths.Towers[kind];
+inline Worth PlainWorth(const Context<Set>& context, const TowerView<Set>& view, int space,
+                        int height, const TowerWorth& worth) {
+    const Set reached = context.Shape.Spots[space].Reached[ReachRow(height)] & view.Occupied;
     return worth.Tower + height * worth.Stone + Count(reached) * worth.Target +
            Count(reached & view.Life) * worth.LifeTarget;
 }
 
-// The same with those targets.
+// The same with those targets: `kind` tells whose tower it is. Nothing when it is a lone life
+// stone.
+template <typename Set>
+inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
+                          const TowerView<Set>& view, int space, int kind, int height,
+                          const TowerWorth& worth) {
+    Worth sum = PlainWorth(context, view, space, height, worth);
+    if (context.Worths.WithEnemies) {
+        const Set reached = context.Shape.Spots[space].Reached[ReachRow(height)] & view.Occupied;
+        const Set enemies = board.Owned[kind < BLACK * KIND_OWNER ? BLACK : WHITE];
+        sum += Count(reached & enemies) * worth.EnemyTarget;
+    }
+    return sum;
+}
+
 template <typename Set>
 inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
                           const TowerView<Set>& view, int space, int kind, int height) {
-    Worth sum = WorthOfPlainTower(context, view, space, kind, height);
-    if (context.Worths.WithEnemies) {
-        const Set reached = context.Shape.Reached[space][ReachRow(height)] & view.Occupied;
-        const Set enemies = board.Owned[kind < BLACK * KIND_OWNER ? BLACK : WHITE];
-        sum += Count(reached & enemies) * context.Worths.EnemyTargets[kind];
-    }
-    return sum;
+    return WorthOfTower(context, board, view, space, kind, height, context.Worths.Towers[kind]);
+}
+
+// What is gained when the enclosed tower on a space becomes free.
+template <typename Set>
+inline Worth WorthOfFreedom(const Context<Set>& context, const SearchBoard<Set>& board,
+                            const TowerView<Set>& view, int space) {
+    const int kind = board.Kind[space];
+    return WorthOfTower(context, board, view, space, kind, board.Height[space],
+                        context.Worths.Freedoms[kind]);
 }
 
 // The worth of the whole board.

@@ -38,21 +38,25 @@ inline Rank RankAgainst(Worth worth, int player) {
 struct TowerWorth {
     Worth Tower = 0;
     Worth Stone = 0;
-    Worth Target = 0;      // each move target
-    Worth LifeTarget = 0;  // and besides when it holds life
+    Worth Target = 0;       // each move target
+    Worth LifeTarget = 0;   // and besides when it holds life
+    Worth EnemyTarget = 0;  // and besides when the other side owns it
 };
 
 struct WorthTable {
     std::array<TowerWorth, NUM_KINDS> Towers{};  // a lone life stone contributes nothing
-    // What each target that the other side owns contributes besides.
-    std::array<Worth, NUM_KINDS> EnemyTargets{};
+    // What enclosed towers of a kind gain when they become free.
+    std::array<TowerWorth, NUM_KINDS> Freedoms{};
     // What a target contributes by the towers that aim at it, if they hold no life, by its owner
     // and whether it holds life: for WHITE's enclosed and free towers, then for BLACK's.
     using ByAimer = std::array<Worth, 4>;
     std::array<ByAimer, NUM_KINDS> Targets{};
     ByAimer LifeHolders{};     // how much more it is when they do
     bool WithEnemies = false;  // whether a target that the other side owns contributes at all
-    double Scale = 1.0;        // a power of two: the rank of a value of 1
+    // The flags of the free towers that change what others are worth when they are put down: those
+    // with life, or all, when it matters who owns a target.
+    int SpecialKinds = KIND_LIFE;
+    double Scale = 1.0;  // a power of two: the rank of a value of 1
     // The rank of a position is nearer to its value, in units of rank, than this.
     Rank Margin = 0;
 
@@ -91,10 +95,23 @@ inline void FillTowerWorths(const TallyWeights& weights, WorthTable& table) {
                 table.Towers[kind] = {.Tower = worthOf(tower + TALLY_TOWERS),
                                       .Stone = worthOf(tower + TALLY_STONES),
                                       .Target = worthOf(tower + TALLY_MOVES) + (free ? 1 : 0),
-                                      .LifeTarget = worthOf(targets + TALLY_TO_LIFE)};
-                table.EnemyTargets[kind] = worthOf(targets + TALLY_TO_ENEMY);
+                                      .LifeTarget = worthOf(targets + TALLY_TO_LIFE),
+                                      .EnemyTarget = worthOf(targets + TALLY_TO_ENEMY)};
             }
         }
+    }
+}
+
+// The difference between free and enclosed towers.
+inline void FillFreedoms(WorthTable& table) {
+    for (int kind = 0; kind < NUM_KINDS; ++kind) {
+        const TowerWorth& free = table.Towers[kind | KIND_FREE];
+        const TowerWorth& now = table.Towers[kind];
+        table.Freedoms[kind] = {.Tower = free.Tower - now.Tower,
+                                .Stone = free.Stone - now.Stone,
+                                .Target = free.Target - now.Target,
+                                .LifeTarget = free.LifeTarget - now.LifeTarget,
+                                .EnemyTarget = free.EnemyTarget - now.EnemyTarget};
     }
 }
 
@@ -106,9 +123,9 @@ inline void FillTargetWorths(WorthTable& table) {
         const TowerWorth& worth = table.Towers[plain];
         table.LifeHolders[i] = table.Towers[plain | KIND_LIFE].Target - worth.Target;
         for (int kind = 0; kind < NUM_KINDS; ++kind) {
-            table.Targets[kind][i] =
-                worth.Target + ((kind & KIND_LIFE) != 0 ? worth.LifeTarget : 0) +
-                (OwnerOf(kind) == OtherColor(owner) ? table.EnemyTargets[plain] : 0);
+            table.Targets[kind][i] = worth.Target +
+                                     ((kind & KIND_LIFE) != 0 ? worth.LifeTarget : 0) +
+                                     (OwnerOf(kind) == OtherColor(owner) ? worth.EnemyTarget : 0);
         }
     }
 }
@@ -132,7 +149,9 @@ inline WorthTable MakeWorthTable(const TallyWeights& weights, int spaces, int st
     table.Margin = (19 * spaces + stones) / 2 + 4;
     table.WithEnemies = weights[TargetSums(false) + TALLY_TO_ENEMY] != 0.0 ||
                         weights[TargetSums(true) + TALLY_TO_ENEMY] != 0.0;
+    table.SpecialKinds = KIND_LIFE | (table.WithEnemies ? KIND_FREE : 0);
     FillTowerWorths(weights, table);
+    FillFreedoms(table);
     FillTargetWorths(table);
     return table;
 }

@@ -62,11 +62,11 @@ void CompareChildren(const Position& position, const EvalWeights& weights) {
     const int numMoves = GetPossibleMoves(position, moves);
     for (int i = 0; i < numMoves; ++i) {
         int source = 0;
-        while (shape.Column[source] != moves[i].Column || shape.Row[source] != moves[i].Row) {
+        while (shape.Spots[source].Column != moves[i].Column || shape.Spots[source].Row != moves[i].Row) {
             ++source;
         }
         const int row = ReachRow(board.Height[source]);
-        const int target = shape.Target[source][row][moves[i].Direction];
+        const int target = shape.Spots[source].Target[row][moves[i].Direction];
         Position child;
         DoMove(position, moves[i], child);
         LiftedBoard<Set> lifted;
