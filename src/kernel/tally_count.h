@@ -8,47 +8,66 @@
 
 namespace {
 
+// Numbers in one word, added and subtracted as a whole. Each has a field with room for all that a
+// board can hold, and begins in the middle of its range, so that it can go below as well.
+struct TallyField {
+    int Place;
+    int End;
+
+    [[nodiscard]] constexpr std::uint64_t Middle() const { return std::uint64_t{1} << (End - 1); }
+    [[nodiscard]] int In(std::uint64_t word) const {
+        const std::uint64_t shifted = word << (64 - End) >> (64 - End + Place);
+        return static_cast<int>(shifted) - (1 << (End - Place - 1));
+    }
+};
+inline constexpr TallyField TOWERS_FIELD = {0, 9};
+inline constexpr TallyField MOVES_FIELD = {9, 20};
+inline constexpr TallyField TO_LIFE_FIELD = {20, 31};
+inline constexpr TallyField TO_ENEMY_FIELD = {31, 42};
+inline constexpr TallyField STONES_FIELD = {42, 64};
+inline constexpr std::uint64_t MIDDLE_OF_ALL = TOWERS_FIELD.Middle() + MOVES_FIELD.Middle() +
+                                               TO_LIFE_FIELD.Middle() + TO_ENEMY_FIELD.Middle() +
+                                               STONES_FIELD.Middle();
+static_assert(MAX_BOARD_SPACES < 1 << 8 && NUM_DIRECTIONS * MAX_BOARD_SPACES < 1 << 10);
+
 // Counts the tallies of the whole board, without those of the targets that the other side owns when
-// nobody asks for them. The sums of each kind of tower are first gathered in one
-// word, each in a field with room for all that a board can hold.
+// nobody asks for them.
 template <typename Set>
 inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
                             bool withEnemies) {
-    constexpr int MOVES = 8;  // where the fields begin; that of the towers at 0
-    constexpr int TO_LIFE = 18;
-    constexpr int TO_ENEMY = 28;
-    constexpr int STONES = 38;
-    std::array<std::uint64_t, NUM_KINDS> sums{};
+    constexpr int FLAGS = KIND_FREE | KIND_LIFE;
+    std::array<std::uint64_t, FLAGS + 1> leads;  // WHITE's sums less BLACK's, by flags
+    leads.fill(MIDDLE_OF_ALL);
+    Tallies tallies;
     for (int owner = WHITE; owner <= BLACK; ++owner) {
         const Set enemies = board.Owned[OtherColor(owner)];
         ForEachSpace(board.Owned[owner], [&](int space) {
             const int height = board.Height[space];
+            const int kind = board.Kind[space];
             const Set reached = geometry.Spots[space].Reached[ReachRow(height)] & board.Occupied;
-            auto field = [](int count, int place) {
-                return static_cast<std::uint64_t>(count) << place;
+            const int targets = Count(reached);
+            auto field = [](int count, const TallyField& to) {
+                return static_cast<std::uint64_t>(count) << to.Place;
             };
-            sums[board.Kind[space]] +=
-                1 + field(Count(reached), MOVES) + field(Count(reached & board.Life), TO_LIFE) +
-                (withEnemies ? field(Count(reached & enemies), TO_ENEMY) : 0) +
-                field(height, STONES);
+            const std::uint64_t sums =
+                1 + field(targets, MOVES_FIELD) +
+                field(Count(reached & board.Life), TO_LIFE_FIELD) +
+                (withEnemies ? field(Count(reached & enemies), TO_ENEMY_FIELD) : 0) +
+                field(height, STONES_FIELD);
+            leads[kind & FLAGS] += owner == WHITE ? sums : -sums;
+            tallies.Mobility += (kind & KIND_FREE) != 0 ? targets : 0;
         });
     }
-    Tallies tallies;
-    for (int kind = 0; kind < LIFE * KIND_OWNER; ++kind) {
-        auto field = [&](int place, int end) {
-            return static_cast<int>(sums[kind] >> place &
-                                    ((std::uint64_t{1} << (end - place)) - 1));
-        };
-        const bool free = (kind & KIND_FREE) != 0;
-        const int sign = SignOf(OwnerOf(kind));
-        int* towers = &tallies.Sums[TowerSums(free, (kind & KIND_LIFE) != 0)];
-        towers[TALLY_TOWERS] += sign * field(0, MOVES);
-        towers[TALLY_MOVES] += sign * field(MOVES, TO_LIFE);
-        towers[TALLY_STONES] += sign * field(STONES, 64);
+    for (int flags = 0; flags <= FLAGS; ++flags) {
+        const std::uint64_t lead = leads[flags];
+        const bool free = (flags & KIND_FREE) != 0;
+        int* towers = &tallies.Sums[TowerSums(free, (flags & KIND_LIFE) != 0)];
+        towers[TALLY_TOWERS] = TOWERS_FIELD.In(lead);
+        towers[TALLY_MOVES] = MOVES_FIELD.In(lead);
+        towers[TALLY_STONES] = STONES_FIELD.In(lead);
         int* targets = &tallies.Sums[TargetSums(free)];
-        targets[TALLY_TO_LIFE] += sign * field(TO_LIFE, TO_ENEMY);
-        targets[TALLY_TO_ENEMY] += sign * field(TO_ENEMY, STONES);
-        tallies.Mobility += free ? field(MOVES, TO_LIFE) : 0;
+        targets[TALLY_TO_LIFE] += TO_LIFE_FIELD.In(lead);
+        targets[TALLY_TO_ENEMY] += TO_ENEMY_FIELD.In(lead);
     }
     return tallies;
 }
