@@ -14,8 +14,9 @@ namespace {
 
 // Indexed by ScreenColor.
 constexpr std::array<const char*, 17> COLOR_TEXTS = {
-    "30m", "1;31m", "1;32m", "1;33m", "1;34m", "1;35m", "1;36m", "1;37m", "40m",
-    "47m", "41m",   "42m",   "43m",   "44m",   "45m",   "46m",   "0m",
+    "\033[30m",   "\033[1;31m", "\033[1;32m", "\033[1;33m", "\033[1;34m", "\033[1;35m",
+    "\033[1;36m", "\033[1;37m", "\033[40m",   "\033[47m",   "\033[41m",   "\033[42m",
+    "\033[43m",   "\033[44m",   "\033[45m",   "\033[46m",   "\033[0m",
 };
 static_assert(COLOR_TEXTS.size() == RESET_COLORS + 1);
 
@@ -52,9 +53,11 @@ const Look& LookOf(const Space& space) {
 
 // People can ask for a terminal without colours. Who reads a pipe gets them always.
 bool IsWithoutColors() {
-    static const bool isTerminal = isatty(STDOUT_FILENO) == 1;
-    const char* wish = std::getenv("NO_COLOR");
-    return isTerminal && wish != nullptr && wish[0] != '\0';
+    static const bool isWithoutColors = [] {
+        const char* wish = std::getenv("NO_COLOR");
+        return isatty(STDOUT_FILENO) == 1 && wish != nullptr && wish[0] != '\0';
+    }();
+    return isWithoutColors;
 }
 
 void SetColors(std::span<const unsigned> codes) {
@@ -116,7 +119,7 @@ void SetColor(unsigned code) {
         ErrorExit("SetColor: Error in calling parameter value\n");
     }
     if (!IsWithoutColors()) {
-        std::printf("\033[%s", COLOR_TEXTS[code]);
+        std::fputs(COLOR_TEXTS[code], stdout);
     }
 }
 
