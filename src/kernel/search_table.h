@@ -45,6 +45,8 @@ struct SearchTable {
 
         bool operator==(const Key&) const = default;
     };
+    static constexpr int DEPTH_BITS = 7;
+    static constexpr int SEARCH_PLACE = 1 + DEPTH_BITS;
     static_assert(std::has_unique_object_representations_v<Key>);
 
     // A node to be looked up or stored: its key, and the hash of that.
@@ -58,9 +60,13 @@ struct SearchTable {
         SearchOutcome Outcome;
     };
 
-    // A part of an entry's hash. The tags of all entries stand close together, so that most of the
-    // nodes that are not in the table are told from those that are without a look at far memory.
-    using Tag = std::uint32_t;
+    // The lower halves of an entry's hash and label. The tags of all entries stand close together,
+    // so that what becomes of most nodes is known without a look at far memory: that they are not
+    // in the table, and which place they may take.
+    struct Tag {
+        std::uint32_t Hash = 0;
+        std::uint32_t Label = 0;
+    };
 
     // The sizes, from small to large, grow by a factor of four.
     static constexpr int NUM_SIZES = 4;
@@ -90,11 +96,12 @@ struct SearchTable {
     }
 
     // Where to look for the node of this position and remaining depth. The label holds the side to
-    // move in bit 0, the depth from bit 1 on and the search from bit 8 on. Searches are numbered
+    // move in bit 0, then the depth and, from SEARCH_PLACE on, the search. Searches are numbered
     // from 1, so an unused entry has the label of none.
     [[nodiscard]] Address AddressOf(const SearchBoard<Set>& board, int depth) const {
         const Set side = board.ActivePlayer == BLACK ? 1 : 0;
-        const Set label = side | static_cast<Set>(depth) << 1 | static_cast<Set>(Search) << 8;
+        const Set label =
+            side | static_cast<Set>(depth) << 1 | static_cast<Set>(Search) << SEARCH_PLACE;
         const Key key = {board.Height, board.Owned, board.Life, label};
         return {key, HashOf(key)};
     }
@@ -103,7 +110,8 @@ struct SearchTable {
     [[nodiscard]] const SearchOutcome* Find(const Address& address) const {
         const std::size_t place = PlaceOf(address.Hash);
         for (const std::size_t i : {place, place + 1}) {
-            if (Tags[i] == TagOf(address.Hash) && Entries[i].Node == address.Node) {
+            if (Tags[i].Hash == static_cast<std::uint32_t>(address.Hash) &&
+                Entries[i].Node == address.Node) {
                 return &Entries[i].Outcome;
             }
         }
@@ -118,18 +126,18 @@ struct SearchTable {
     }
 
 private:
-    static Set DepthOf(const Key& key) { return key.Label >> 1 & 127; }
+    static std::uint32_t DepthOf(std::uint32_t label) {
+        return label >> 1 & ((1U << DEPTH_BITS) - 1);
+    }
 
     void Put(std::uint64_t hash, const Entry& entry) {
         const std::size_t place = PlaceOf(hash);
-        const Key& first = Entries[place].Node;
-        // Without a tag, memory that has never been used need not be read first.
-        const bool isFree = Tags[place] == 0 || first.Label >> 8 != Search ||
-                            (Tags[place] == TagOf(hash) && first == entry.Node);
-        const bool goesFirst = isFree || DepthOf(first) <= DepthOf(entry.Node);
-        const std::size_t i = goesFirst ? place : place + 1;
+        const std::uint32_t before = Tags[place].Label;
+        const auto label = static_cast<std::uint32_t>(entry.Node.Label);
+        const bool isOld = before >> SEARCH_PLACE != label >> SEARCH_PLACE;
+        const std::size_t i = isOld || DepthOf(before) <= DepthOf(label) ? place : place + 1;
         Entries[i] = entry;
-        Tags[i] = TagOf(hash);
+        Tags[i] = {static_cast<std::uint32_t>(hash), label};
     }
 
     [[nodiscard]] int IndexBits() const { return FIRST_BITS + 2 * SizeInUse; }
@@ -162,13 +170,11 @@ private:
             return;
         }
         for (const Entry& entry : before) {
-            if (entry.Node.Label >> 8 == Search) {
+            if (entry.Node.Label >> SEARCH_PLACE == Search) {
                 Put(HashOf(entry.Node), entry);
             }
         }
     }
-
-    [[nodiscard]] static Tag TagOf(std::uint64_t hash) { return static_cast<Tag>(hash); }
 
     // The first of the two places that are open to an entry.
     [[nodiscard]] std::size_t PlaceOf(std::uint64_t hash) const {
