@@ -60,13 +60,11 @@ struct SearchTable {
         SearchOutcome Outcome;
     };
 
-    // The lower halves of an entry's hash and label. The tags of all entries stand close together,
-    // so that what becomes of most nodes is known without a look at far memory: that they are not
-    // in the table, and which place they may take.
-    struct Tag {
-        std::uint32_t Hash = 0;
-        std::uint32_t Label = 0;
-    };
+    // The lower 16 bits of an entry's label, and above them 16 of its hash. The tags of all entries
+    // stand close together, so that what becomes of most nodes is known without a look at far
+    // memory: that they are not in the table, and which place they may take.
+    using Tag = std::uint32_t;
+    static constexpr int TAG_HASH_PLACE = 16;
 
     // The sizes, from small to large, grow by a factor of four.
     static constexpr int NUM_SIZES = 4;
@@ -109,9 +107,9 @@ struct SearchTable {
     // What is known of a node, or null.
     [[nodiscard]] const SearchOutcome* Find(const Address& address) const {
         const std::size_t place = PlaceOf(address.Hash);
+        const Tag tag = TagOf(address);
         for (const std::size_t i : {place, place + 1}) {
-            if (Tags[i].Hash == static_cast<std::uint32_t>(address.Hash) &&
-                Entries[i].Node == address.Node) {
+            if (Tags[i] == tag && Entries[i].Node == address.Node) {
                 return &Entries[i].Outcome;
             }
         }
@@ -122,22 +120,32 @@ struct SearchTable {
         if (++NumStored > 2 * NumEntries() && SizeInUse + 1 < NUM_SIZES) {
             Grow();
         }
-        Put(address.Hash, {address.Node, outcome});
+        Put(address, outcome);
     }
 
 private:
-    static std::uint32_t DepthOf(std::uint32_t label) {
-        return label >> 1 & ((1U << DEPTH_BITS) - 1);
+    [[nodiscard]] static Tag TagOf(const Address& address) {
+        constexpr Tag LABEL = (Tag{1} << TAG_HASH_PLACE) - 1;
+        return (static_cast<Tag>(address.Node.Label) & LABEL) |
+               (static_cast<Tag>(address.Hash) & ~LABEL);
     }
 
-    void Put(std::uint64_t hash, const Entry& entry) {
-        const std::size_t place = PlaceOf(hash);
-        const std::uint32_t before = Tags[place].Label;
-        const auto label = static_cast<std::uint32_t>(entry.Node.Label);
-        const bool isOld = before >> SEARCH_PLACE != label >> SEARCH_PLACE;
-        const std::size_t i = isOld || DepthOf(before) <= DepthOf(label) ? place : place + 1;
-        Entries[i] = entry;
-        Tags[i] = {static_cast<std::uint32_t>(hash), label};
+    // The search that an entry is from, as far as the tag tells.
+    [[nodiscard]] static std::uint8_t SearchOf(Tag tag) {
+        static_assert(TAG_HASH_PLACE - SEARCH_PLACE == 8);
+        return static_cast<std::uint8_t>(tag >> SEARCH_PLACE);
+    }
+
+    [[nodiscard]] static Tag DepthOf(Tag tag) { return tag >> 1 & ((Tag{1} << DEPTH_BITS) - 1); }
+
+    void Put(const Address& address, const SearchOutcome& outcome) {
+        const std::size_t place = PlaceOf(address.Hash);
+        const Tag tag = TagOf(address);
+        const Tag first = Tags[place];
+        const bool isOld = SearchOf(first) != SearchOf(tag);
+        const std::size_t i = isOld || DepthOf(first) <= DepthOf(tag) ? place : place + 1;
+        Entries[i] = {address.Node, outcome};
+        Tags[i] = tag;
     }
 
     [[nodiscard]] int IndexBits() const { return FIRST_BITS + 2 * SizeInUse; }
@@ -171,7 +179,7 @@ private:
         }
         for (const Entry& entry : before) {
             if (entry.Node.Label >> SEARCH_PLACE == Search) {
-                Put(HashOf(entry.Node), entry);
+                Put({entry.Node, HashOf(entry.Node)}, entry.Outcome);
             }
         }
     }
