@@ -155,7 +155,8 @@ struct Search {
         if (HasChance()) {
             SkipRandom(1);
         }
-        return FinalValue(StoneLeadBehind(board, way.Source, way.Target, dead));
+        const int lead = StoneLeadBehind(board, way.Source, way.Target, dead);
+        return ValueFor(OtherColor(board.ActivePlayer), FinalValue(lead));
     }
 
     // The directions in which a tower with these targets can move: bit d for direction d.

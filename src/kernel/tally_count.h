@@ -72,17 +72,15 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
     return tallies;
 }
 
-// The stones of the towers of the side to move less those of the other side, behind the move of the
-// tower on `source` to `target`, of which `dead` dies; as the other side sees it.
+// The stones of WHITE's towers less those of BLACK's, behind the move of the tower on `source` to
+// `target`, of which `dead` dies.
 template <typename Set>
 inline int StoneLeadBehind(const SearchBoard<Set>& board, int source, int target, Set dead) {
-    const Set moved = Bit<Set>(source) | Bit<Set>(target);
+    const Set gone = Bit<Set>(source) | Bit<Set>(target) | dead;
     const int stack = board.Height[source] + board.Height[target];
-    int lead = Has(dead, target) ? 0 : -stack;
-    ForEachSpace(board.Owned[board.ActivePlayer] & ~(dead | moved),
-                 [&](int space) { lead -= board.Height[space]; });
-    ForEachSpace(board.Owned[OtherColor(board.ActivePlayer)] & ~(dead | moved),
-                 [&](int space) { lead += board.Height[space]; });
+    int lead = Has(dead, target) ? 0 : SignOf(board.ActivePlayer) * stack;
+    ForEachSpace(board.Owned[WHITE] & ~gone, [&](int space) { lead += board.Height[space]; });
+    ForEachSpace(board.Owned[BLACK] & ~gone, [&](int space) { lead -= board.Height[space]; });
     return lead;
 }
 

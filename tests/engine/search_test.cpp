@@ -102,8 +102,8 @@ void ExpectSearch(const char* line, int depth, const Expected& expected) {
     SetLevel(FULL_STRENGTH_LEVEL, weights);
     Move move;
     EvalCount = 0;
-    EXPECT_EQ(-GetBestMove(position, depth, weights, move, position.ExactValue),
-              expected.BestValue);
+    EXPECT_EQ(BitsOf(-GetBestMove(position, depth, weights, move, position.ExactValue)),
+              BitsOf(expected.BestValue));
     const Place target = MoveTarget(position, move);
     EXPECT_EQ(move.Column, expected.Move[0] - 'A');
     EXPECT_EQ(target.Column, expected.Move[1] - 'A');
@@ -133,6 +133,14 @@ TEST(Search, APassTakesAPlyAndNeedsOneToBeLookedBehind) {
     ExpectSearch(line, 1, {leaf, "AB", 0, 3});
     ExpectSearch(line, 2, {5000.0, "AB", 1, 4});
     ExpectSearch(line, 3, {5000.0, "AB", 1, 4});
+}
+
+// An even end is a zero with a sign, which is printed: that of White's view, seen by who moves.
+TEST(Search, AnEvenEndHasASign) {
+    for (const int depth : {0, 1}) {
+        ExpectSearch("row 5 1 white : w1 r . . b2*", depth, {0.0, "AB", 1, 1});
+        ExpectSearch("row 5 1 black : b1 r . . w2*", depth, {-0.0, "AB", 1, 1});
+    }
 }
 
 // Both moves lead to mirror images of one another, and behind both Black passes: the first one is
