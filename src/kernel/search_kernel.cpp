@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "kernel/lifting.h"
 #include "kernel/move_order.h"
@@ -86,9 +87,9 @@ struct BestSoFar {
     bool HasMove = false;
 
     // Takes in the value of one more move. Answers false when it reaches the bound.
-    bool Take(double value, const Step& way, double treshold) {
+    bool Take(double value, const Step& way, double bound) {
         HasMove = true;
-        if (value >= treshold) {
+        if (value >= bound) {
             IsCutOff = true;
             CutValue = value;
             return false;
@@ -118,12 +119,23 @@ struct BestLeaf {
     bool HasValue = true;
     Rank Low = NONE;   // its value lies from here
     Rank High = NONE;  // to here
+
+    // Takes in a leaf that is surely the best so far, whose value is nearer to `rank` than the
+    // margin.
+    void TakeRoughly(Rank rank, Rank margin, const Step& way, Set dead) {
+        Best.Way = way;
+        Best.HasMove = true;
+        Dead = dead;
+        HasValue = false;
+        Low = rank - margin;
+        High = rank + margin;
+    }
 };
 
 template <typename Set>
 struct Search {
     Context<Set> Tables;
-    Workspace<Set>& Space;
+    Workspace<Set>& Room;
     TallyWeights Weights;
     double RandomWeight;
     int RootDepth;
@@ -198,10 +210,9 @@ struct Search {
 
     // Takes in a leaf by its exact value. Answers false when it reaches the bound.
     [[gnu::noinline]] bool TakeExactly(const SearchBoard<Set>& board, const Step& way, Set dead,
-                                       bool isEnd, double treshold, BestLeaf<Set>& leaf) {
+                                       bool isEnd, double bound, BestLeaf<Set>& leaf) {
         SettleLeaf(board, leaf);
-        const bool goesOn =
-            leaf.Best.Take(-StaticValueBehind(board, way, dead, isEnd), way, treshold);
+        const bool goesOn = leaf.Best.Take(-StaticValueBehind(board, way, dead, isEnd), way, bound);
         leaf.Low = Tables.Worths.RankOf(leaf.Best.Value) - 1;
         leaf.High = leaf.Low + 2;
         return goesOn;
@@ -217,45 +228,34 @@ struct Search {
     // A node of depth 0: its children are judged by their static values, one by one, so that a
     // cut-off saves the rest. For the side that moved into the node a value of `enough` is as good
     // as any above it: the answer is then at least that, and at most the value.
-    BestSoFar SearchLeaves(const SearchBoard<Set>& board, Worth sum, double treshold,
-                           double enough) {
+    BestSoFar SearchLeaves(const SearchBoard<Set>& board, Worth sum, double bound, double enough) {
         BestLeaf<Set> leaf;
         const Rank margin = Tables.Worths.Margin;
-        const Rank bound = Tables.Worths.RankOf(treshold);
-        const Rank surelyEnough = bound + margin;
-        Rank surelyWorse = leaf.Low - margin;
+        const Rank boundRank = Tables.Worths.RankOf(bound);
         const int opponent = OtherColor(board.ActivePlayer);
-        const Worth judged = HasChance() ? 0 : MOBILITY;  // by the worth, unless that is 0 here
+        const bool hasChance = HasChance();
         int numLeaves = 0;
         bool isExact = true;
         ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
             ++numLeaves;
-            const Rank rank = RankAgainst(landing.Sum, opponent);
-            if ((landing.Sum & judged) != 0) {
+            const bool isEnd = !CanMove(landing.Sum);
+            if (!isEnd && !hasChance) {
                 isExact = false;
-                if (rank <= surelyWorse) {
-                    return true;
+                const Rank rank = RankAgainst(landing.Sum, opponent);
+                if (rank + margin <= leaf.Low) {
+                    return true;  // no better than the best
                 }
-                if (rank >= surelyEnough) {
+                if (rank - margin >= boundRank) {
                     leaf.Best.IsCutOff = leaf.Best.HasMove = true;
                     return false;
                 }
-                if (rank - margin > leaf.High && rank + margin < bound) {
-                    leaf.Best.Way = way;
-                    leaf.Best.HasMove = true;
-                    leaf.Dead = landing.Dead;
-                    leaf.HasValue = false;
-                    leaf.Low = rank - margin;
-                    leaf.High = rank + margin;
-                    surelyWorse = leaf.Low - margin;
+                if (rank - margin > leaf.High && rank + margin < boundRank) {
+                    leaf.TakeRoughly(rank, margin, way, landing.Dead);
                     return true;
                 }
             }
-            const bool isEnd = !CanMove(landing.Sum);
             isExact = isExact && isEnd;
-            const bool goesOn = TakeExactly(board, way, landing.Dead, isEnd, treshold, leaf);
-            surelyWorse = leaf.Low - margin;
-            return goesOn;
+            return TakeExactly(board, way, landing.Dead, isEnd, bound, leaf);
         });
         NumEvaluations += numLeaves;
         IsExact = IsExact && isExact;
@@ -281,7 +281,7 @@ struct Search {
     int ExpandNode(const SearchBoard<Set>& board, Worth sum, Level<Set>& level) {
         int count = 0;
         const int opponent = OtherColor(board.ActivePlayer);
-        const Worth judged = HasChance() ? 0 : MOBILITY;  // by the worth, unless that is 0 here
+        const bool hasChance = HasChance();
         ForEachMove(board, sum, [&](const Landing<Set>& landing, const Step& way) {
             Child<Set>& child = level.Children[count];
             child.Dead = landing.Dead;
@@ -289,7 +289,7 @@ struct Search {
             child.Way = way;
             child.HasValue = false;
             level.Ranks[count] = RankAgainst(landing.Sum, opponent);
-            if ((landing.Sum & judged) == 0) {
+            if (hasChance || !CanMove(landing.Sum)) {
                 SettleChild(board, child);
                 level.Ranks[count] = Tables.Worths.RankOf(-child.Value);
             }
@@ -363,9 +363,9 @@ struct Search {
         Progress.BestValue = best.Value;
     }
 
-    BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double treshold,
+    BestSoFar SearchChildren(const SearchBoard<Set>& board, int depth, double bound,
                              Level<Set>& level, int count) {
-        const bool canBeCutOff = treshold < HIGH_INIT_VALUE;
+        const bool canBeCutOff = bound < HIGH_INIT_VALUE;
         BestSoFar best;
         for (int i = 0; i < count; ++i) {
             if (i == (canBeCutOff ? 1 : 0)) {
@@ -383,10 +383,10 @@ struct Search {
                     MakeChild(Tables.Shape, board, child.Way.Source, child.Way.Target, child.Dead);
                 value = depth == 1
                             ? SearchLeafNode(next, child.Sum, child.Value, -best.Value,
-                                             RootDepth == 1 ? NEVER : treshold)
+                                             RootDepth == 1 ? NEVER : bound)
                             : SearchNode(next, child.Sum, child.Value, depth - 1, -best.Value);
             }
-            if (IsStopped || !best.Take(value, child.Way, treshold)) {
+            if (IsStopped || !best.Take(value, child.Way, bound)) {
                 break;
             }
         }
@@ -406,72 +406,67 @@ struct Search {
         return -SearchNode(passed, sum, -drawnValue, depth - 1, HIGH_INIT_VALUE);
     }
 
-    double SearchLeafNode(const SearchBoard<Set>& board, Worth sum, double drawnValue,
-                          double treshold, double enough) {
-        const BestSoFar best = SearchLeaves(board, sum, treshold, enough);
+    double SearchLeafNode(const SearchBoard<Set>& board, Worth sum, double drawnValue, double bound,
+                          double enough) {
+        const BestSoFar best = SearchLeaves(board, sum, bound, enough);
         return best.HasMove ? best.Result() : SearchPass(board, sum, drawnValue, 0);
     }
 
-    BestSoFar SearchMoves(const SearchBoard<Set>& board, Worth sum, int depth, double treshold,
-                          int& numMoves) {
+    BestSoFar SearchMoves(const SearchBoard<Set>& board, Worth sum, int depth, double bound) {
         if (depth == 0) {
-            return SearchLeaves(board, sum, treshold, NEVER);
+            return SearchLeaves(board, sum, bound, NEVER);
         }
         if (LooksUp()) {
             return {};
         }
-        Level<Set>& level = *Space.Levels[depth];
-        numMoves = ExpandNode(board, sum, level);
-        return numMoves == 0 ? BestSoFar{}
-                             : SearchChildren(board, depth, treshold, level, numMoves);
+        Level<Set>& level = *Room.Levels[depth];
+        const int count = ExpandNode(board, sum, level);
+        return count == 0 ? BestSoFar{} : SearchChildren(board, depth, bound, level, count);
     }
 
     SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
-                             double treshold) {
+                             double bound) {
         const std::int64_t before = NumEvaluations;
-        int numMoves = 0;
-        const BestSoFar best = SearchMoves(board, sum, depth, treshold, numMoves);
+        const bool wasExact = std::exchange(IsExact, true);
+        const BestSoFar best = SearchMoves(board, sum, depth, bound);
         if (IsStopped) {
             return {};
         }
         const double value =
             best.HasMove ? best.Result() : SearchPass(board, sum, drawnValue, depth);
         // A pass does not look at the bound: its outcome holds for all.
-        return {.Value = value,
-                .Above = best.Value,
-                .UpTo = best.CutValue,
-                .NumEvaluations = NumEvaluations - before,
-                .IsExact = false};
+        const SearchOutcome outcome = {.Value = value,
+                                       .Above = best.Value,
+                                       .UpTo = best.CutValue,
+                                       .NumEvaluations = NumEvaluations - before,
+                                       .IsExact = IsExact};
+        IsExact = IsExact && wasExact;
+        return outcome;
     }
 
     // The value of a node for the side that moved into it, or LOW_INIT_VALUE when one of its moves
     // reached the bound. With chance at work, `drawnValue` is its static value.
     double SearchNode(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
-                      double treshold) {
+                      double bound) {
         // A leaf's children are found sooner than the table's entry; and a random term makes every
         // visit of a node a different one.
         if (depth == 0) {
-            return SearchLeafNode(board, sum, drawnValue, treshold, NEVER);
+            return SearchLeafNode(board, sum, drawnValue, bound, NEVER);
         }
         if (HasChance()) {
-            return SearchAnew(board, sum, drawnValue, depth, treshold).Value;
+            return SearchAnew(board, sum, drawnValue, depth, bound).Value;
         }
-        const auto address = Space.Table.AddressOf(board, depth);
-        const SearchOutcome* known = Space.Table.Find(address);
-        if (known != nullptr && treshold > known->Above && treshold <= known->UpTo) {
+        const auto address = Room.Table.AddressOf(board, depth);
+        const SearchOutcome* known = Room.Table.Find(address);
+        if (known != nullptr && bound > known->Above && bound <= known->UpTo) {
             NumEvaluations += known->NumEvaluations;
             IsExact = IsExact && known->IsExact;
             return known->Value;
         }
-        const bool wasExact = IsExact;
-        IsExact = true;
-        SearchOutcome outcome = SearchAnew(board, sum, drawnValue, depth, treshold);
-        if (IsStopped) {
-            return outcome.Value;
+        const SearchOutcome outcome = SearchAnew(board, sum, drawnValue, depth, bound);
+        if (!IsStopped) {
+            Room.Table.Store(address, outcome);
         }
-        outcome.IsExact = IsExact;
-        Space.Table.Store(address, outcome);
-        IsExact = IsExact && wasExact;
         return outcome.Value;
     }
 };
@@ -500,8 +495,8 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     const Context<Set> context = {shape,
                                   MakeWorthTable(ordered, shape.NumSpaces, CountStones(board))};
     Search<Set> search = {context, workspace, ordered, weights.Random, depth, watch};
-    const BestSoFar best = search.SearchMoves(board, WorthOfBoard(context, board), depth,
-                                              HIGH_INIT_VALUE, result.NumMoves);
+    const BestSoFar best =
+        search.SearchMoves(board, WorthOfBoard(context, board), depth, HIGH_INIT_VALUE);
     result.Value = best.Result();
     result.BestValue = best.Value;
     result.CutValue = best.CutValue;
@@ -509,6 +504,7 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     result.HasMove = best.HasMove;
     result.WasStopped = search.IsStopped;
     result.BestMove = MoveOf(shape, best.Way);
+    result.NumMoves = search.Progress.NumMoves;
     result.IsExact = search.IsExact && !search.IsStopped;
     result.NumEvaluations = search.NumEvaluations;
     result.NumDraws = search.HasChance() ? 0 : search.NumEvaluations;
