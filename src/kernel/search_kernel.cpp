@@ -4,7 +4,6 @@
 #include <limits>
 #include <memory>
 #include <new>
-#include <utility>
 
 #include "kernel/lifting.h"
 #include "kernel/move_order.h"
@@ -427,7 +426,6 @@ struct Search {
     SearchOutcome SearchAnew(const SearchBoard<Set>& board, Worth sum, double drawnValue, int depth,
                              double bound) {
         const std::int64_t before = NumEvaluations;
-        const bool wasExact = std::exchange(IsExact, true);
         const BestSoFar best = SearchMoves(board, sum, depth, bound);
         if (IsStopped) {
             return {};
@@ -435,13 +433,10 @@ struct Search {
         const double value =
             best.HasMove ? best.Result() : SearchPass(board, sum, drawnValue, depth);
         // A pass does not look at the bound: its outcome holds for all.
-        const SearchOutcome outcome = {.Value = value,
-                                       .Above = best.Value,
-                                       .UpTo = best.CutValue,
-                                       .NumEvaluations = NumEvaluations - before,
-                                       .IsExact = IsExact};
-        IsExact = IsExact && wasExact;
-        return outcome;
+        return {.Value = value,
+                .Above = best.Value,
+                .UpTo = best.CutValue,
+                .NumEvaluations = NumEvaluations - before};
     }
 
     // The value of a node for the side that moved into it, or LOW_INIT_VALUE when one of its moves
@@ -459,8 +454,8 @@ struct Search {
         const auto address = Room.Table.AddressOf(board, depth);
         const SearchOutcome* known = Room.Table.Find(address);
         if (known != nullptr && bound > known->Above && bound <= known->UpTo) {
+            // A line that ended early was noted when this search found the outcome.
             NumEvaluations += known->NumEvaluations;
-            IsExact = IsExact && known->IsExact;
             return known->Value;
         }
         const SearchOutcome outcome = SearchAnew(board, sum, drawnValue, depth, bound);
