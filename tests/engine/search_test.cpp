@@ -135,6 +135,22 @@ TEST(Search, APassTakesAPlyAndNeedsOneToBeLookedBehind) {
     ExpectSearch(line, 3, {5000.0, "AB", 1, 4});
 }
 
+// The two best moves are worth the same but for the roundings of their sums: the later one is
+// better by the last bit.
+TEST(Search, TheLastBitDecides) {
+    const BoardText board = ReadBoardText(
+        "position 10 9 white : - - - - . . . . . .; - - - . b2* . w3 b1 . w2; - - b4 r . b2 . . w2 "
+        "b1; - w1 b1 w2* . b1 b1 . b5* r; b1 . . b1 b3 b1 b2 b1 r r; . b4 . w1 . b3 w6* r b1 -; w3 "
+        "r . w1 . b1 w3 . - -; . w1 . . . . . - - -; . w2* . . . . - - - -");
+    UseBoard(board);
+    EvalWeights weights;
+    SetLevel(FULL_STRENGTH_LEVEL, weights);
+    for (const int depth : {0, 1}) {
+        EXPECT_EQ(SearchWith(Engine::Fast, board.Board, depth, weights, 1),
+                  SearchWith(Engine::Plain, board.Board, depth, weights, 1));
+    }
+}
+
 // An even end is a zero with a sign, which is printed: that of White's view, seen by who moves.
 TEST(Search, AnEvenEndHasASign) {
     for (const int depth : {0, 1}) {
