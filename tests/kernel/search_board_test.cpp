@@ -62,7 +62,8 @@ void CompareChildren(const Position& position, const EvalWeights& weights) {
     const int numMoves = GetPossibleMoves(position, moves);
     for (int i = 0; i < numMoves; ++i) {
         int source = 0;
-        while (shape.Spots[source].Column != moves[i].Column || shape.Spots[source].Row != moves[i].Row) {
+        while (shape.Spots[source].Column != moves[i].Column ||
+               shape.Spots[source].Row != moves[i].Row) {
             ++source;
         }
         const int row = ReachRow(board.Height[source]);
