@@ -41,7 +41,7 @@ struct SearchTable {
         std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height;
         std::array<Set, 2> Owned;
         Set Life;
-        Set Label;  // side to move, remaining depth and number of the search; see KeyOf
+        Set Label;  // side to move, remaining depth and number of the search; see AddressOf
 
         bool operator==(const Key&) const = default;
     };
@@ -97,8 +97,7 @@ struct SearchTable {
     }
 
     // Where to look for the node of this position and remaining depth. The label holds the side to
-    // move in bit 0, then the depth and, from SEARCH_PLACE on, the search. Searches are numbered
-    // from 1, so an unused entry has the label of none.
+    // move in bit 0, then the depth and, from SEARCH_PLACE on, the number of the search.
     [[nodiscard]] Address AddressOf(const SearchBoard<Set>& board, int depth) const {
         const Set side = board.ActivePlayer == BLACK ? 1 : 0;
         const Set label =
@@ -133,7 +132,7 @@ private:
                (static_cast<Tag>(address.Hash) & ~LABEL);
     }
 
-    // The search that an entry is from, as far as the tag tells.
+    // The search that an entry is from, as far as the tag tells: it only decides which place is taken.
     [[nodiscard]] static std::uint8_t SearchOf(Tag tag) {
         static_assert(TAG_HASH_PLACE - SEARCH_PLACE == 8);
         return static_cast<std::uint8_t>(tag >> SEARCH_PLACE);
