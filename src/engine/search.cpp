@@ -54,7 +54,8 @@ SearchResult SearchPosition(Position& position, int depth, const EvalWeights& we
     return {.Value = found.Value,
             .IsExact = found.IsExact,
             .WasStopped = found.WasStopped,
-            .HasMove = found.HasMove && (depth > 0 || !found.WasCutOff),
+            .HasMove = found.HasMove && (depth > 0 || !found.WasCutOff) &&
+                       found.BestValue > LOW_INIT_VALUE,
             .BestMove = found.BestMove};
 }
 

@@ -46,7 +46,8 @@ template <typename Set>
     lifted.Enclosed &= survivors;
 }
 
-// What dies when a tower that holds life leaves, unless it is put down there.
+// What dies when a tower that holds life leaves, unless it is put down there. A tower with one run
+// of neighbours may move along it and leave nothing behind: then the group is the one it lands on.
 template <typename Set>
 [[gnu::noinline]] void FindDoomed(const Geometry<Set>& geometry, LiftedBoard<Set>& lifted) {
     const RunStarts runs = FindRuns(geometry, lifted.Neighbours, lifted.Space);

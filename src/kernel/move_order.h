@@ -3,7 +3,7 @@
 
 // The best value of a node before its first move, and the value of a node that was cut off.
 inline constexpr double LOW_INIT_VALUE = -999999999.0;
-// The open bound: no value reaches it, with weights of any sense.
+// The open bound: no value reaches it, unless the weights are beyond all reason.
 inline constexpr double HIGH_INIT_VALUE = 999999999.0;
 
 // Fills `order` with a permutation of the indices 0 to count - 1: first the (up to) five with the

@@ -81,7 +81,7 @@ constexpr int NODES_PER_REPORT = 64;
 struct BestSoFar {
     double Value = LOW_INIT_VALUE;
     Step Way;
-    double CutValue = HIGH_INIT_VALUE;  // the value that reached the bound
+    double CutValue = HIGH_INIT_VALUE;  // the value that reached the bound, above the leaves
     bool IsCutOff = false;
     bool HasMove = false;
 
@@ -111,19 +111,16 @@ constexpr double NEVER = std::numeric_limits<double>::infinity();
 // known, only where it lies; so it is worked out when somebody asks.
 template <typename Set>
 struct BestLeaf {
-    static constexpr Rank NONE = std::numeric_limits<Rank>::min() / 2;
-
     BestSoFar Best;
     Set Dead = 0;  // what dies by its move
     bool HasValue = true;
-    Rank Low = NONE;   // its value lies from here
-    Rank High = NONE;  // to here
+    Rank Low = 0;   // its value lies from here
+    Rank High = 0;  // to here
 
     // Takes in a leaf that is surely the best so far, whose value is nearer to `rank` than the
     // margin.
     void TakeRoughly(Rank rank, Rank margin, const Step& way, Set dead) {
         Best.Way = way;
-        Best.HasMove = true;
         Dead = dead;
         HasValue = false;
         Low = rank - margin;
@@ -212,9 +209,14 @@ struct Search {
                                        bool isEnd, double bound, BestLeaf<Set>& leaf) {
         SettleLeaf(board, leaf);
         const bool goesOn = leaf.Best.Take(-StaticValueBehind(board, way, dead, isEnd), way, bound);
+        Locate(leaf);
+        return goesOn;
+    }
+
+    // Notes where the value of the best leaf lies, from the value itself.
+    void Locate(BestLeaf<Set>& leaf) {
         leaf.Low = Tables.Worths.RankOf(leaf.Best.Value) - 1;
         leaf.High = leaf.Low + 2;
-        return goesOn;
     }
 
     void SettleLeaf(const SearchBoard<Set>& board, BestLeaf<Set>& leaf) {
@@ -225,10 +227,12 @@ struct Search {
     }
 
     // A node of depth 0: its children are judged by their static values, one by one, so that a
-    // cut-off saves the rest. For the side that moved into the node a value of `enough` is as good
-    // as any above it: the answer is then at least that, and at most the value.
+    // cut-off saves the rest. Where the node's value for the side that moved into it is above
+    // `enough`, that side needs to know no more: the value it gets may then be a trifle too low,
+    // but still above `enough`.
     BestSoFar SearchLeaves(const SearchBoard<Set>& board, Worth sum, double bound, double enough) {
         BestLeaf<Set> leaf;
+        Locate(leaf);
         const Rank margin = Tables.Worths.Margin;
         const Rank boundRank = Tables.Worths.RankOf(bound);
         const int opponent = OtherColor(board.ActivePlayer);
@@ -245,7 +249,7 @@ struct Search {
                     return true;  // no better than the best
                 }
                 if (rank - margin >= boundRank) {
-                    leaf.Best.IsCutOff = leaf.Best.HasMove = true;
+                    leaf.Best.IsCutOff = true;
                     return false;
                 }
                 if (rank - margin > leaf.High && rank + margin < boundRank) {
@@ -256,6 +260,7 @@ struct Search {
             isExact = isExact && isEnd;
             return TakeExactly(board, way, landing.Dead, isEnd, bound, leaf);
         });
+        leaf.Best.HasMove = numLeaves > 0;
         NumEvaluations += numLeaves;
         IsExact = IsExact && isExact;
         if (leaf.Best.IsCutOff) {
@@ -287,6 +292,7 @@ struct Search {
             child.Sum = landing.Sum;
             child.Way = way;
             child.HasValue = false;
+            child.Value = 0.0;
             level.Ranks[count] = RankAgainst(landing.Sum, opponent);
             if (hasChance || !CanMove(landing.Sum)) {
                 SettleChild(board, child);

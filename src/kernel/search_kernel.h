@@ -22,14 +22,14 @@ inline constexpr int MAX_SEARCH_DEPTH = 20;
 struct KernelResult {
     double Value = 0.0;      // the value of the position for the side that moved into it
     double BestValue = 0.0;  // the best value for the side to move
-    double CutValue = 0.0;   // the value that reached the open bound, when WasCutOff
+    double CutValue = 0.0;   // the value that reached the open bound, when WasCutOff above depth 0
     bool WasCutOff = false;
     bool HasMove = false;        // false: the side to move has none, and nothing was searched
     bool IsOutOfMemory = false;  // nothing was searched
     bool WasStopped = false;     // see SearchWatch; HasMove then tells of a move that was finished
-    Move BestMove;
-    int NumMoves = 0;                 // moves of the position; 0 when they were not counted
-    bool IsExact = false;             // every line ended in an end position
+    Move BestMove;               // means nothing unless BestValue is above LOW_INIT_VALUE
+    int NumMoves = 0;            // moves of the position; 0 when they were not counted
+    bool IsExact = false;        // every line ended in an end position
     std::int64_t NumEvaluations = 0;  // counted evaluations
     std::int64_t NumDraws = 0;  // random numbers that the caller must draw to make up for them
 };

@@ -30,10 +30,10 @@ struct SearchOutcome {
 };
 
 // Entries are found by a hash and compared by the whole position, so that no other position is ever
-// taken for it. Two places are open to an entry, and there the outcome of the deeper search stays.
-// A search begins with a small table, which stays near the processor, and goes over to larger ones
-// when it has gone on for long: fresh memory costs more than its answers save at first. All sizes
-// together take 23 megabytes.
+// taken for it. Two places are open to an entry, and in the first one the outcome of the deeper
+// search stays. A search begins with a small table, which stays near the processor, and goes over
+// to larger ones when it has gone on for long: fresh memory costs more than its answers save at
+// first. All sizes together take 23 megabytes.
 template <typename Set>
 struct SearchTable {
     // All that tells one node from another.
@@ -132,7 +132,7 @@ private:
                (static_cast<Tag>(address.Hash) & ~LABEL);
     }
 
-    // The search that an entry is from, as far as the tag tells: it only decides which place is taken.
+    // The search that an entry is from, as far as the tag tells: only to choose a place.
     [[nodiscard]] static std::uint8_t SearchOf(Tag tag) {
         static_assert(TAG_HASH_PLACE - SEARCH_PLACE == 8);
         return static_cast<std::uint8_t>(tag >> SEARCH_PLACE);

@@ -53,8 +53,9 @@ struct WorthTable {
     std::array<ByAimer, NUM_KINDS> Targets{};
     ByAimer LifeHolders{};     // how much more it is when they do
     bool WithEnemies = false;  // whether a target that the other side owns contributes at all
-    // The flags of the free towers that change what others are worth when they are put down: those
-    // with life, or all, when it matters who owns a target.
+    // The flags of the lifted towers that change what others are worth when they are put down:
+    // those with life; or all, when it matters who owns a target, and all that can be lifted are
+    // free.
     int SpecialKinds = KIND_LIFE;
     double Scale = 1.0;  // a power of two: the rank of a value of 1
     // The rank of a position is nearer to its value, in units of rank, than this.
@@ -72,7 +73,8 @@ struct WorthTable {
 };
 
 // The largest weight becomes a whole number of this many bits. With it, 15 bits for the sum of all
-// tallies (19 a space, and all stones), and those of the mobility, a worth has room in 64.
+// tallies (19 a space, and all stones, of which heights as bytes let no space have more than 255),
+// and those of the mobility, a worth has room in 64.
 inline constexpr int WEIGHT_BITS = 32;
 
 // The nearest whole number, or the next one where two are nearly as near: off by half a unit and a
@@ -136,7 +138,7 @@ inline void FillTargetWorths(WorthTable& table) {
 // tallies that they are multiplied with add up to 19 a space (one tower, and six targets that count
 // three times) and all stones: to less than 2^15. The true value is itself off the weighted sum by
 // its own roundings, 32 of at most 2^-53 of 2^15 times the largest weight each. Besides the halves
-// that is less than one unit each; the division cuts off half a unit, and RankOf less than one.
+// that is less than one unit each; halving the sum cuts off half a unit, and RankOf less than one.
 inline WorthTable MakeWorthTable(const TallyWeights& weights, int spaces, int stones) {
     double highest = 0.0;
     for (const double weight : weights) {

@@ -169,6 +169,24 @@ TEST(Search, TheFirstOfEqualMovesIsTaken) {
     ExpectSearch(line, 2, {3000.0, "BC", 1, 4});  // the search behind a pass has the open bound
 }
 
+// Weights beyond all reason make every move worse than the value that stands for none: then none is
+// chosen.
+TEST(Search, NoMoveIsBetterThanNone) {
+    const BoardText board = ReadBoardText("row 3 1 white : r w1 r");
+    UseBoard(board);
+    EvalWeights weights;
+    SetLevel(FULL_STRENGTH_LEVEL, weights);
+    weights.Moves[1][1] = -2e9;
+    for (const int depth : {0, 1}) {
+        Position position = board.Board;
+        const Move before = {.Column = 1};
+        Move move = before;
+        EXPECT_EQ(GetBestMove(position, depth, weights, move, position.ExactValue),
+                  -LOW_INIT_VALUE);
+        EXPECT_EQ(move, before);
+    }
+}
+
 // Weights beyond all reason make a value that reaches the open bound: that of the one move of
 // White's behind A-B and Black's pass.
 TEST(Search, SaysThatAValueReachesTheBound) {
