@@ -35,7 +35,7 @@ template <typename Set>
                                   LiftedBoard<Set>& lifted) {
     const TowerGroups<Set> groups = GroupTowers(board, lifted.Enclosed);
     const Set survivors = lifted.View.Occupied & ~lifted.Dead;
-    for (Set dead = lifted.Dead & lifted.View.Occupied; dead != 0;) {
+    for (Set dead = lifted.Dead; dead != 0;) {
         const int space = TakeFirst(dead);
         const int kind = board.Kind[space] | (Has(lifted.Enclosed, space) ? 0 : KIND_FREE);
         lifted.Sum -= WorthOfTower(context, board, lifted.View, space, kind, board.Height[space]);

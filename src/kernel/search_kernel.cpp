@@ -307,7 +307,7 @@ struct Search {
 
     // Whether the first of two children has the higher value.
     bool IsAbove(const SearchBoard<Set>& board, Level<Set>& level, int a, int b) {
-        const Rank doubt = 2 * Tables.Worths.Margin;
+        const Rank doubt = Tables.Worths.Doubt();
         const Rank lead = level.Ranks[b] - level.Ranks[a];
         if (lead > doubt || lead < -doubt) {
             return lead > 0;
@@ -326,7 +326,7 @@ struct Search {
         for (int i = 1; i < count; ++i) {
             best = level.Ranks[i] > best ? level.Ranks[i] : best;
         }
-        const Rank doubt = 2 * Tables.Worths.Margin;
+        const Rank doubt = Tables.Worths.Doubt();
         int first = -1;
         for (int i = 0; i < count; ++i) {
             if (level.Ranks[i] >= best - doubt && (first < 0 || IsAbove(board, level, first, i))) {

@@ -85,13 +85,13 @@ struct SearchTable {
     int SizeInUse = 0;
     Entry* Entries = nullptr;  // of the size in use
     Tag* Tags = nullptr;
-    std::uint64_t Search = 0;    // number of the search under way
-    std::int64_t NumStored = 0;  // what it has stored
+    std::uint64_t SearchNumber = 0;  // of the search under way
+    std::int64_t NumStored = 0;      // what it has stored
 
     // Forgets what earlier searches found: weights and board size may have changed since. Answers
     // false when there is no memory for the table.
     [[nodiscard]] bool BeginSearch() {
-        ++Search;
+        ++SearchNumber;
         NumStored = 0;
         return Use(0);
     }
@@ -101,7 +101,7 @@ struct SearchTable {
     [[nodiscard]] Address AddressOf(const SearchBoard<Set>& board, int depth) const {
         const Set side = board.ActivePlayer == BLACK ? 1 : 0;
         const Set label =
-            side | static_cast<Set>(depth) << 1 | static_cast<Set>(Search) << SEARCH_PLACE;
+            side | static_cast<Set>(depth) << 1 | static_cast<Set>(SearchNumber) << SEARCH_PLACE;
         const Key key = {board.Height, board.Owned, board.Life, label};
         return {key, HashOf(key)};
     }
@@ -182,7 +182,7 @@ private:
             return;
         }
         for (std::size_t i = 0; i < tags.size(); ++i) {
-            if (tags[i] != 0 && entries[i].Node.Label >> SEARCH_PLACE == Search) {
+            if (tags[i] != 0 && entries[i].Node.Label >> SEARCH_PLACE == SearchNumber) {
                 Put({entries[i].Node, HashOf(entries[i].Node)}, entries[i].Outcome);
             }
         }

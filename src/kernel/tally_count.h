@@ -50,7 +50,7 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
                 return static_cast<std::uint64_t>(count) << to.Place;
             };
             const std::uint64_t sums =
-                1 + field(targets, MOVES_FIELD) +
+                field(1, TOWERS_FIELD) + field(targets, MOVES_FIELD) +
                 field(Count(reached & board.Life), TO_LIFE_FIELD) +
                 (withEnemies ? field(Count(reached & enemies), TO_ENEMY_FIELD) : 0) +
                 field(height, STONES_FIELD);

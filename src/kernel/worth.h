@@ -61,6 +61,9 @@ struct WorthTable {
     // The rank of a position is nearer to its value, in units of rank, than this.
     Rank Margin = 0;
 
+    // Of two positions whose ranks lie further apart than this, the values are in the same order.
+    [[nodiscard]] Rank Doubt() const { return 2 * Margin; }
+
     // A rank for a value, nearer to it than the margin. Values far beyond all weighted sums may
     // share one.
     [[nodiscard]] Rank RankOf(double value) const {
