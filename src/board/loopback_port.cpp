@@ -63,6 +63,7 @@ int OpenPort(LoopbackPort& port, int number, std::string& error) {
     error_code failed;
     Listen(port.Acceptor, wanted, failed);
     if (failed) {
+        ClosePort(port);
         error =
             "port " + std::to_string(number) + " of 127.0.0.1 cannot be used: " + failed.message();
         return 0;

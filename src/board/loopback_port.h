@@ -1,4 +1,5 @@
-// A port of this machine alone, and whoever connects to it.
+// A port of this machine alone, and whoever connects to it. The context is made before it and run
+// no more once it is gone; what then still waits there may be destroyed at any time.
 #pragma once
 
 #include <utility>
@@ -12,6 +13,8 @@
 
 struct LoopbackPort {
     explicit LoopbackPort(boost::asio::io_context& context) : Acceptor(context), Pause(context) {}
+    LoopbackPort(const LoopbackPort&) = delete;
+    LoopbackPort& operator=(const LoopbackPort&) = delete;
 
     boost::asio::ip::tcp::acceptor Acceptor;
     boost::asio::steady_timer Pause;
@@ -20,7 +23,7 @@ struct LoopbackPort {
 };
 
 // Listens on a port of 127.0.0.1 that is shared with nobody; 0 lets the system choose. Answers the
-// port, or 0 after filling `error`.
+// port, or 0 after filling `error`: another port can then be tried.
 [[nodiscard]] int OpenPort(LoopbackPort& port, int number, std::string& error);
 
 void ClosePort(LoopbackPort& port);

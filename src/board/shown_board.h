@@ -6,18 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "rules/position.h"
-
-// A step to highlight or to animate. A placement has no source, and nothing has no target either:
-// both are then (-1, -1).
-struct FromTo {
-    Place Source = {-1, -1};
-    Place Target = {-1, -1};
-};
-
-[[nodiscard]] constexpr bool IsSomewhere(Place place) {
-    return place.Column >= 0;
-}
+#include "display/highlight.h"
 
 using SpaceArray = std::array<std::array<Space, MAX_BOARD_Y_DIM>, MAX_BOARD_X_DIM>;
 

@@ -1,11 +1,11 @@
 #include "config/config_file.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 
 #include "support/fatal.h"
 #include "support/files.h"
+#include "support/output.h"
 #include "support/text.h"
 
 namespace {
@@ -55,18 +55,19 @@ int SetCharacter(const ConfigKey& key, std::string_view value) {
 void ReadConfigFile(const std::string& path) {
     std::FILE* file = nullptr;
     if (FileOpenToRead(path, file) != 0) {
-        std::printf("Warning! Config file could not be opened! Using default configuration!\n");
+        Print("Warning! Config file could not be opened! Using default configuration!\n");
         return;
     }
+    OwnedFile owned(file);
     std::string line;
     while (FileReadLine(CONFIG_LINE_LENGTH, line, file) >= 0) {
         if (ProcessConfigLine(line) != 0) {
-            std::printf("Config file: \"%s\" contains errors! Please correct, and try again\n",
-                        path.c_str());
-            std::exit(1);
+            Print("Config file: \"%s\" contains errors! Please correct, and try again\n",
+                  path.c_str());
+            throw ProgramEnd{};
         }
     }
-    FileClose(file);
+    FileClose(owned.release());
 }
 
 int ProcessConfigLine(std::string_view line) {

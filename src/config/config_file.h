@@ -45,7 +45,7 @@ inline constexpr std::array CONFIG_KEYS = {
 // clang-format on
 
 // Applies the whole file to GlobCfg. A file that cannot be opened leaves everything as it is, after
-// a warning; one with a line that holds an error ends the process.
+// a warning; one with a line that holds an error ends the program.
 void ReadConfigFile(const std::string& path);
 
 // Applies one line to GlobCfg. Answers 0 when it was applied or held nothing to apply, 1 when it

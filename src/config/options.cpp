@@ -1,19 +1,18 @@
 #include "config/options.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "support/fatal.h"
+#include "support/output.h"
 
 namespace {
 
 constexpr std::size_t MAX_ARGUMENT_LENGTH = 199;
 
 [[noreturn]] void ExitWithUsageHint(const char* program) {
-    std::printf("type \"%s -help\" to get usage info\n", program);
-    std::exit(1);
+    Print("type \"%s -help\" to get usage info\n", program);
+    throw ProgramEnd{};
 }
 
 // Collects the argument for `option` when it is meant. Answers whether it was.
@@ -43,8 +42,8 @@ bool TakeOption(const Option& option, std::string_view text, const char* program
 void TakeArgument(const char* argument, const char* program, OptionValues& values) {
     if (argument[0] != '-') {
         PrintError("Error in command line (\"%s\" not recogniced)!\n", argument);
-        std::printf("Type %s -help for help.\n", program);
-        std::exit(1);
+        Print("Type %s -help for help.\n", program);
+        throw ProgramEnd{};
     }
     for (std::size_t i = 0; i < OPTIONS.size(); ++i) {
         if (TakeOption(OPTIONS[i], argument + 1, program, values[i])) {
@@ -93,7 +92,7 @@ int SettingOf(const Option& option, const std::string& argument) {
 
 void PrintOptionHelp(const Option& option) {
     if (option.Usage[0] != '\0') {
-        std::printf("  %s\n", option.Usage);
+        Print("  %s\n", option.Usage);
     }
 }
 
@@ -118,12 +117,12 @@ void ProcessOptions(const OptionValues& values) {
 }
 
 void PrintCommandLineHelp([[maybe_unused]] const char* programName) {
-    std::printf("\nusage: talurex {option(s)}\n");
-    std::printf("-----------------------------------------------------\n");
-    std::printf("Options:\n");
+    Print("\nusage: talurex {option(s)}\n");
+    Print("-----------------------------------------------------\n");
+    Print("Options:\n");
     for (std::size_t i = OPTION_HELP + 1; i < OPTIONS.size(); ++i) {
         PrintOptionHelp(OPTIONS[i]);
     }
     PrintOptionHelp(OPTIONS[OPTION_HELP]);
-    std::printf("\ntalurex version date: %s\n", TALUREX_VERSION_DATE);
+    Print("\ntalurex version date: %s\n", TALUREX_VERSION_DATE);
 }

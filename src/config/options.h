@@ -87,10 +87,10 @@ using OptionValues = std::array<OptionValue, OPTIONS.size()>;
 void InitOptions(OptionValues& values);
 
 // Collects every command-line argument. One that is no option, or lacks the value that its '='
-// announces, ends the process; so does a value of more than 199 characters.
+// announces, ends the program; so does a value of more than 199 characters.
 void GetOptions(OptionValues& values, int argumentCount, const char* const* arguments);
 
-// Applies the collected settings to GlobCfg. A missing or invalid argument ends the process.
+// Applies the collected settings to GlobCfg. A missing or invalid argument ends the program.
 void ProcessOptions(const OptionValues& values);
 
 // Prints the usage text. It names the program in fixed words, however it was invoked.

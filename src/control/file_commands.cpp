@@ -1,6 +1,5 @@
 #include "control/file_commands.h"
 
-#include <cstdio>
 #include <filesystem>
 
 #include "config/board_settings.h"
@@ -9,6 +8,7 @@
 #include "gamefiles/game_log.h"
 #include "gamefiles/saved_game.h"
 #include "rules/notation.h"
+#include "support/output.h"
 #include "support/text.h"
 
 namespace {
@@ -44,34 +44,34 @@ void ShowLastPosition(PlayState& state) {
 
 void DoLoad(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("A game is running! Stop it before loading a game!\n");
+        Print("A game is running! Stop it before loading a game!\n");
         return;
     }
     const std::string name = GameFileName(argument);
-    std::printf("Loading game from file: \"%s\"!\n", name.c_str());
+    Print("Loading game from file: \"%s\"!\n", name.c_str());
     if (LoadGame(name, state.Record) != 0) {
-        std::printf("Loading game failed!\n");
+        Print("Loading game failed!\n");
         return;
     }
-    std::printf("loading game was successful.\n");
+    Print("loading game was successful.\n");
     state.HasNewPlies = !IsFile(name);
     ShowLastPosition(state);
 }
 
 void DoSave(const std::string& argument, PlayState& state) {
     const std::string name = GameFileName(argument);
-    std::printf("Saving current game in file: \"%s\"!\n", name.c_str());
+    Print("Saving current game in file: \"%s\"!\n", name.c_str());
     if (SaveGame(state.Record, name) != 0) {
-        std::printf("Saving game failed!\n");
+        Print("Saving game failed!\n");
         return;
     }
-    std::printf("Saving game was successful.\n");
+    Print("Saving game was successful.\n");
     state.HasNewPlies = state.HasNewPlies && !IsFile(name);
 }
 
 void DoImport(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("A game is running! Stop it before importing a game!\n");
+        Print("A game is running! Stop it before importing a game!\n");
         return;
     }
     if (argument.empty()) {
@@ -81,11 +81,11 @@ void DoImport(const std::string& argument, PlayState& state) {
     BoardSettingsGuard settings;
     SetBoardSettings(DEFAULT_BOARD);
     if (ImportGame(argument, state.Record) != 0) {
-        std::printf("Importing game from file \"%s\" failed!\n", argument.c_str());
+        Print("Importing game from file \"%s\" failed!\n", argument.c_str());
         return;
     }
     settings.Keep();
     state.HasNewPlies = true;
     ShowLastPosition(state);
-    std::printf("\nGame was successfully imported.\n");
+    Print("\nGame was successfully imported.\n");
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -16,6 +15,7 @@
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"
+#include "support/output.h"
 #include "support/random.h"
 #include "support/text.h"
 
@@ -53,7 +53,7 @@ bool ReadReportNumber(ReportMode mode, const std::string& argument, int searchDe
     }
     number = Max(0, *given);
     if (mode == ReportMode::Depth && number > MAX_SEARCH_DEPTH) {
-        std::printf("Maximum depth is %i!\n", MAX_SEARCH_DEPTH);
+        Print("Maximum depth is %i!\n", MAX_SEARCH_DEPTH);
         number = MAX_SEARCH_DEPTH;
     }
     return true;
@@ -62,8 +62,10 @@ bool ReadReportNumber(ReportMode mode, const std::string& argument, int searchDe
 }  // namespace
 
 void ShowPosition(const PlayState& state) {
-    std::printf("\n");
-    PrintPosition(state.Record.PositionList[state.CurrentMove]);
+    if (PrintedBoards != BoardStyle::Hidden) {
+        Print("\n");
+        PrintPosition(ShownPosition(state));
+    }
 }
 
 void ChooseComputerSide(PlayState& state) {
@@ -91,7 +93,7 @@ bool PlayTypedPly(const std::string& text, PlayState& state) {
 
 void DoUndo(PlayState& state) {
     if (state.CurrentMove < 2) {
-        std::printf("There is nothing to undo!\n");
+        Print("There is nothing to undo!\n");
         return;
     }
     const auto& positions = state.Record.PositionList;
@@ -116,9 +118,9 @@ void DoForward(const std::string& argument, PlayState& state) {
 
 void DoStart(const PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("game is already started!");  // the next prompt follows on the same line
+        Print("game is already started!");  // the next prompt follows on the same line
     } else if (IsEndPosition(state.Record.PositionList[state.CurrentMove])) {
-        std::printf("game cannot be started in an end position!\n");
+        Print("game cannot be started in an end position!\n");
     } else {
         GlobCfg.GameRunFlag = 1;
     }
@@ -126,11 +128,11 @@ void DoStart(const PlayState& state) {
 
 void DoCont(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("game is already running!\n");
+        Print("game is already running!\n");
         return;
     }
     if (IsEndPosition(state.Record.PositionList[state.Record.LastMove])) {
-        std::printf("game is finished and cannot be continued!\n");
+        Print("game is finished and cannot be continued!\n");
         return;
     }
     state.CurrentMove = state.Record.LastMove;
@@ -140,14 +142,14 @@ void DoCont(PlayState& state) {
 
 void DoStop() {
     if (GlobCfg.GameRunFlag != 1) {
-        std::printf("game is already stopped!\n");
+        Print("game is already stopped!\n");
     }
     GlobCfg.GameRunFlag = 0;
 }
 
 void DoNew(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("A game is running! Stop it before creating a new one!\n");
+        Print("A game is running! Stop it before creating a new one!\n");
         return;
     }
     BeginNewGame(state);
@@ -157,8 +159,8 @@ void DoNew(PlayState& state) {
 
 void DoBoardSize(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("A game is running! Stop it before changing boardsize and creating a new one!"
-                    "\n");
+        Print("A game is running! Stop it before changing boardsize and creating a new one!"
+              "\n");
         return;
     }
     std::string_view rest = argument;
@@ -170,19 +172,19 @@ void DoBoardSize(const std::string& argument, PlayState& state) {
     }
     if (!IsBoardSize(*x, *y)) {
         PrintUsageError(COMMAND_BOARDSIZE);
-        std::printf("x_size: 1-%i\n", MAX_BOARD_X_DIM);
-        std::printf("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
+        Print("x_size: 1-%i\n", MAX_BOARD_X_DIM);
+        Print("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
         return;
     }
     GlobCfg.BoardXDim = *x;
     GlobCfg.BoardYDim = *y;
-    std::printf("Board dimensions changed to (%ix%i).\n", *x, *y);
-    std::printf("A new game was created.\n");
+    Print("Board dimensions changed to (%ix%i).\n", *x, *y);
+    Print("A new game was created.\n");
     BeginNewGame(state);
     ShowPosition(state);
 }
 
-void DoEvaluate(const std::string& argument, const PlayState& state) {
+void DoEvaluate(const std::string& argument, const Session& session) {
     std::string numberText = argument;
     ReportMode mode = ReportMode::Level;
     if (argument.starts_with('d') || argument.starts_with('D')) {
@@ -191,25 +193,26 @@ void DoEvaluate(const std::string& argument, const PlayState& state) {
         EatLeadingAndTrailingWhitespace(numberText);
     }
     int number = 0;
-    if (!ReadReportNumber(mode, numberText, state.SearchDepth, number)) {
+    if (!ReadReportNumber(mode, numberText, session.Play.SearchDepth, number)) {
         PrintUsageError(COMMAND_EVALUATE);
         return;
     }
-    GetEvaluationInfo(state.Record.PositionList[state.CurrentMove], mode, number);
+    const ThoughtWatch watch = WatchOf(session);
+    GetEvaluationInfo(ShownPosition(session.Play), mode, number, &watch);
 }
 
 void DoMoveCommand(const std::string& argument, PlayState& state) {
     if (!PlayTypedPly(argument, state)) {
-        std::printf("Error in Move! Move was not executed!\n");
+        Print("Error in Move! Move was not executed!\n");
     }
 }
 
 void DoQuit(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        std::printf("A game is running! Stop it before exiting talurex!\n");
+        Print("A game is running! Stop it before exiting talurex!\n");
         return;
     }
     CloseGuiLink();
-    std::printf("See you :-)\n");
+    Print("See you :-)\n");
     state.QuitFlag = 1;
 }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "control/play_state.h"
+#include "control/session.h"
 
 // Prints the shown position behind an empty line.
 void ShowPosition(const PlayState& state);
@@ -41,7 +41,7 @@ void DoNew(PlayState& state);
 void DoBoardSize(const std::string& argument, PlayState& state);
 
 // Reports value and best move of the shown position.
-void DoEvaluate(const std::string& argument, const PlayState& state);
+void DoEvaluate(const std::string& argument, const Session& session);
 
 // Plays a move, placement or pass in the shown position, whether the game is running or stopped.
 void DoMoveCommand(const std::string& argument, PlayState& state);

@@ -1,22 +1,20 @@
 #include "control/human_moves.h"
 
-#include <cstdio>
-
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
-#include "support/fatal.h"
+#include "support/output.h"
 
 namespace {
 
 int DoTypedPass(std::string_view line, const Position& position, Position& next, Move& move) {
     if (CheckPassMove(line) != 0) {
-        std::printf("No more moves, press <return> or type \"pass\" to pass.\n");
+        Print("No more moves, press <return> or type \"pass\" to pass.\n");
         return 1;
     }
     move.Kind = MOVE_PASS;
     DoPass(position, next);
-    std::printf("No move, PASSING\n");
+    Print("No move, PASSING\n");
     return 0;
 }
 

@@ -1,15 +1,14 @@
 #include "control/interpreter.h"
 
-#include <cstdio>
-
 #include "control/file_commands.h"
 #include "control/game_commands.h"
 #include "control/help.h"
 #include "control/setting_commands.h"
 #include "support/fatal.h"
+#include "support/output.h"
 
-void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
-                    EvalWeights& weights) {
+void ExecuteCommand(CommandId id, const std::string& argument, Session& session) {
+    PlayState& state = session.Play;
     switch (id) {
     case COMMAND_NONE:
         return;
@@ -38,7 +37,7 @@ void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
     case COMMAND_LIFESTONES:
         return DoLifeStones(argument);
     case COMMAND_LEVEL:
-        return DoLevel(argument, state, weights);
+        return DoLevel(argument, session);
     case COMMAND_PLAYERS:
         return DoPlayers(argument);
     case COMMAND_COLOR:
@@ -48,11 +47,11 @@ void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
     case COMMAND_IMPORT:
         return DoImport(argument, state);
     case COMMAND_EVALUATE:
-        return DoEvaluate(argument, state);
+        return DoEvaluate(argument, session);
     case COMMAND_MOVE:
         return DoMoveCommand(argument, state);
     case COMMAND_ANALYZE:
-        std::printf("I am sorry! Not yet implemented! Please check next version.\n");
+        Print("I am sorry! Not yet implemented! Please check next version.\n");
         return;
     case COMMAND_STATUS:
         return DoStatus(argument);
@@ -67,7 +66,7 @@ void ExecuteCommand(CommandId id, const std::string& argument, PlayState& state,
     case COMMAND_ABOUT:
         return PrintAbout();
     case UNKNOWN_COMMAND:
-        std::printf("unknown command! (Try /help for help)\n");
+        Print("unknown command! (Try /help for help)\n");
         return;
     }
     ErrorExit("ExecuteCommand: Illegal default case reached! (bug in calling routine)\n");

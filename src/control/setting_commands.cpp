@@ -1,12 +1,12 @@
 #include "control/setting_commands.h"
 
-#include <cstdio>
 #include <optional>
 
 #include "config/glob_cfg.h"
 #include "control/help.h"
 #include "display/gui_link.h"
 #include "support/numbers.h"
+#include "support/output.h"
 
 namespace {
 
@@ -41,10 +41,10 @@ struct SwitchTexts {
 void DoSwitch(CommandId id, const std::string& argument, const SwitchTexts& texts, int& setting) {
     switch (ReadSetting(id, argument, 0, 1, setting)) {
     case Request::Show:
-        std::fputs(setting != 0 ? texts.IsOn : texts.IsOff, stdout);
+        PrintText(setting != 0 ? texts.IsOn : texts.IsOff);
         return;
     case Request::Set:
-        std::fputs(setting != 0 ? texts.TurnedOn : texts.TurnedOff, stdout);
+        PrintText(setting != 0 ? texts.TurnedOn : texts.TurnedOff);
         return;
     case Request::Refused:
         return;
@@ -54,16 +54,16 @@ void DoSwitch(CommandId id, const std::string& argument, const SwitchTexts& text
 void ShowColor(int computerSide) {
     switch (GlobCfg.NumHumanPlayers) {
     case 0:
-        std::printf("The Computer is playing both colors.\n");
+        Print("The Computer is playing both colors.\n");
         return;
     case 1:
-        std::printf("You are playing the %s stones\n", computerSide == BLACK ? "WHITE" : "BLACK");
+        Print("You are playing the %s stones\n", computerSide == BLACK ? "WHITE" : "BLACK");
         return;
     case 2:
-        std::printf("You are playing both colors,\n");
+        Print("You are playing both colors,\n");
         return;
     default:
-        std::printf("Error: Illegal Default case reached! (ExecuteCommand, case COLORS)\n");
+        Print("Error: Illegal Default case reached! (ExecuteCommand, case COLORS)\n");
         return;
     }
 }
@@ -74,11 +74,11 @@ void DoLifeStones(const std::string& argument) {
     int& stones = GlobCfg.NumLifeStones;
     switch (ReadSetting(COMMAND_LIFESTONES, argument, 1, INT_HIGHEST, stones)) {
     case Request::Show:
-        std::printf("Number of Dvonn Stones is %i\n", stones);
+        Print("Number of Dvonn Stones is %i\n", stones);
         return;
     case Request::Set:
-        std::printf("Number of Dvonn-stones set to %i\n", stones);
-        std::printf("The new value will be used, when a new game is started.\n");
+        Print("Number of Dvonn-stones set to %i\n", stones);
+        Print("The new value will be used, when a new game is started.\n");
         return;
     case Request::Refused:
         return;
@@ -93,16 +93,16 @@ void DoRandomSetup(const std::string& argument) {
              GlobCfg.SetupMode);
 }
 
-void DoLevel(const std::string& argument, PlayState& state, EvalWeights& weights) {
+void DoLevel(const std::string& argument, Session& session) {
     int& level = GlobCfg.ComputerLevel;
     switch (ReadSetting(COMMAND_LEVEL, argument, 0, INT_HIGHEST, level)) {
     case Request::Show:
-        std::printf("Current Level is %i.\n", level);
+        Print("Current Level is %i.\n", level);
         return;
     case Request::Set:
-        SetLevel(level, weights);
-        std::printf("The KI-playing level have been changed to %i.\n", level);
-        state.SearchDepth = 0;
+        SetLevel(level, session.Weights);
+        Print("The KI-playing level have been changed to %i.\n", level);
+        session.Play.SearchDepth = 0;
         return;
     case Request::Refused:
         return;
@@ -113,10 +113,10 @@ void DoPlayers(const std::string& argument) {
     int& players = GlobCfg.NumHumanPlayers;
     switch (ReadSetting(COMMAND_PLAYERS, argument, 0, 2, players)) {
     case Request::Show:
-        std::printf("Number of human players is %i.\n", players);
+        Print("Number of human players is %i.\n", players);
         return;
     case Request::Set:
-        std::printf("The number of human players have been changed to %i.\n", players);
+        Print("The number of human players have been changed to %i.\n", players);
         return;
     case Request::Refused:
         return;
@@ -132,18 +132,18 @@ void DoColor(const std::string& argument, PlayState& state) {
     case 'W':
         GlobCfg.ComputerColor = BLACK;
         state.ComputerSide = BLACK;
-        std::printf("Your playing color was set to WHITE.\n");
+        Print("Your playing color was set to WHITE.\n");
         return;
     case 'b':
     case 'B':
         GlobCfg.ComputerColor = WHITE;
         state.ComputerSide = WHITE;
-        std::printf("Your playing color was set to BLACK.\n");
+        Print("Your playing color was set to BLACK.\n");
         return;
     case 'r':
     case 'R':
         GlobCfg.ComputerColor = RANDOM_COLOR;
-        std::printf("Your playing color will be determined randomly in the next game.\n");
+        Print("Your playing color will be determined randomly in the next game.\n");
         return;
     default:
         PrintUsageError(COMMAND_COLOR);
@@ -169,7 +169,7 @@ void DoGui(const std::string& argument) {
     int wanted = 0;
     switch (ReadSetting(COMMAND_GUI, argument, 0, 1, wanted)) {
     case Request::Show:
-        std::printf("GUI usage is %s.\n", GlobCfg.Gui != 0 ? "enabled" : "disabled");
+        Print("GUI usage is %s.\n", GlobCfg.Gui != 0 ? "enabled" : "disabled");
         return;
     case Request::Refused:
         return;
@@ -177,26 +177,24 @@ void DoGui(const std::string& argument) {
         break;
     }
     if (wanted == 0) {
-        std::printf(CloseGuiLink() ? "GUI usage was disabled!\n"
-                                   : "GUI usage is already disabled!\n");
+        Print(CloseGuiLink() ? "GUI usage was disabled!\n" : "GUI usage is already disabled!\n");
     } else if (GlobCfg.Gui != 0) {
-        std::printf("GUI usage is already enabled!\n");
+        Print("GUI usage is already enabled!\n");
     } else {
-        std::printf("trying to enable GUI...\n");
+        Print("trying to enable GUI...\n");
         OpenGuiLink();
     }
 }
 
 void PrintAbout() {
-    std::printf(
-        "\nTalurex v%s (%s):\n"
-        "Written by the Talurex developers.\n"
-        "Builds for other operating systems are the work of those who care for them.\n"
-        "This program allows you to play Dvonn against your computer.\n"
-        "Dvonn is a board game for two players; the credit for it belongs to its designer.\n"
-        "\nIf you have questions, suggestions, feature requests etc.\n"
-        "feel free to send me a mail.\n"
-        "\nHave fun with Talurex :-)\n"
-        "\n    The Talurex developers\n\n",
-        TALUREX_VERSION, TALUREX_VERSION_DATE);
+    Print("\nTalurex v%s (%s):\n"
+          "Written by the Talurex developers.\n"
+          "Builds for other operating systems are the work of those who care for them.\n"
+          "This program allows you to play Dvonn against your computer.\n"
+          "Dvonn is a board game for two players; the credit for it belongs to its designer.\n"
+          "\nIf you have questions, suggestions, feature requests etc.\n"
+          "feel free to send me a mail.\n"
+          "\nHave fun with Talurex :-)\n"
+          "\n    The Talurex developers\n\n",
+          TALUREX_VERSION, TALUREX_VERSION_DATE);
 }

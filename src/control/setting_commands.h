@@ -4,15 +4,14 @@
 
 #include <string>
 
-#include "control/play_state.h"
-#include "kernel/weights.h"
+#include "control/session.h"
 
 // Both act when the next game is created.
 void DoLifeStones(const std::string& argument);
 void DoRandomSetup(const std::string& argument);
 
 // Fills the weights anew; the computer starts its deepening from the beginning.
-void DoLevel(const std::string& argument, PlayState& state, EvalWeights& weights);
+void DoLevel(const std::string& argument, Session& session);
 
 void DoPlayers(const std::string& argument);
 void DoColor(const std::string& argument, PlayState& state);

@@ -1,9 +1,8 @@
 #include "control/start_up.h"
 
-#include <cstdio>
-
 #include "config/config_file.h"
 #include "config/glob_cfg.h"
+#include "support/output.h"
 #include "support/random.h"
 
 void ProgramInit(int argumentCount, const char* const* arguments, OptionValues& options,
@@ -15,10 +14,9 @@ void ProgramInit(int argumentCount, const char* const* arguments, OptionValues& 
     const std::string& path = options[OPTION_CONFIG].Argument;
     ReadConfigFile(path.empty() ? GlobCfg.ConfigFileName : path);
     ProcessOptions(options);
-    std::printf("Talurex V%s, %s, by the Talurex developers\n", TALUREX_VERSION,
-                TALUREX_VERSION_DATE);
-    std::printf("Number of human players: %i\n", GlobCfg.NumHumanPlayers);
-    std::printf("Talurex KI-Level: %i\n", GlobCfg.ComputerLevel);
+    Print("Talurex V%s, %s, by the Talurex developers\n", TALUREX_VERSION, TALUREX_VERSION_DATE);
+    Print("Number of human players: %i\n", GlobCfg.NumHumanPlayers);
+    Print("Talurex KI-Level: %i\n", GlobCfg.ComputerLevel);
     InitRandom(GlobCfg.RandomSeed);
     SetLevel(GlobCfg.ComputerLevel, weights);
 }

@@ -1,63 +1,27 @@
 #include "display/gui_update.h"
 
-#include <cstdio>
-
+#include "display/highlight.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
+#include "support/output.h"
 
 namespace {
-
-constexpr Place NOWHERE = {-1, -1};
-
-// A step to highlight: a tower move, a placement (which comes from nowhere), or nothing at all.
-struct Highlight {
-    Place Source = NOWHERE;
-    Place Target = NOWHERE;
-};
 
 std::string PlaceText(Place place) {
     return ' ' + std::to_string(place.Column) + ' ' + std::to_string(place.Row);
 }
 
-std::string StepLine(char kind, const Highlight& step) {
+std::string StepLine(char kind, const FromTo& step) {
     return kind + PlaceText(step.Source) + PlaceText(step.Target) + '\n';
-}
-
-// The step that move `k` of the record makes.
-Highlight StepOf(const GameRecord& record, int k) {
-    const Position& position = record.PositionList[k];
-    const Move& move = record.MoveList[k];
-    const Place source = {move.Column, move.Row};
-    if (position.SetupPhase != 0) {
-        return {NOWHERE, source};
-    }
-    return {source, MoveTarget(position, move)};
-}
-
-// The step that led to position n; behind a pass, the one before it.
-Highlight LastStep(const GameRecord& record, int n) {
-    if (GetNumMoves(record.PositionList[n - 1]) != 0) {
-        return StepOf(record, n - 1);
-    }
-    if (n < 2) {
-        std::printf("GUIPrintPosition: Bad logical error, Bug in program!\n");
-        return {};
-    }
-    return StepOf(record, n - 2);
-}
-
-// The step that the record holds behind position n.
-Highlight NextStep(const GameRecord& record, int n) {
-    if (n >= record.LastMove || GetNumMoves(record.PositionList[n]) == 0) {
-        return {};
-    }
-    return StepOf(record, n);
 }
 
 std::string HighlightLines(const GameRecord& record, int n) {
     const bool highlighting = GlobCfg.GuiHighlighting != 0 && n != 0;
-    return StepLine('L', highlighting ? LastStep(record, n) : Highlight{}) +
-           StepLine('N', highlighting ? NextStep(record, n) : Highlight{});
+    if (highlighting && n == 1 && GetNumMoves(record.PositionList[0]) == 0) {
+        Print("GUIPrintPosition: Bad logical error, Bug in program!\n");
+    }
+    return StepLine('L', highlighting ? LastStep(record, n) : FromTo{}) +
+           StepLine('N', highlighting ? NextStep(record, n) : FromTo{});
 }
 
 // Lets the display move the tower of the last move, unless the step was a placement or a pass. The

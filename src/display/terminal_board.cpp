@@ -1,14 +1,13 @@
 #include "display/terminal_board.h"
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
-
-#include <unistd.h>
 
 #include "rules/notation.h"
 #include "support/fatal.h"
+#include "support/output.h"
+
+BoardStyle PrintedBoards = BoardStyle::Colored;
 
 namespace {
 
@@ -51,15 +50,6 @@ const Look& LookOf(const Space& space) {
     }
 }
 
-// People can ask for a terminal without colours. Who reads a pipe gets them always.
-bool IsWithoutColors() {
-    static const bool isWithoutColors = [] {
-        const char* wish = std::getenv("NO_COLOR");
-        return isatty(STDOUT_FILENO) == 1 && wish != nullptr && wish[0] != '\0';
-    }();
-    return isWithoutColors;
-}
-
 void SetColors(std::span<const unsigned> codes) {
     for (const unsigned code : codes) {
         SetColor(code);
@@ -73,7 +63,7 @@ void SetBoardColors() {
 
 void PrintTimes(int count, const char* text) {
     for (int i = 0; i < count; ++i) {
-        std::fputs(text, stdout);
+        PrintText(text);
     }
 }
 
@@ -81,35 +71,35 @@ void PrintSpace(const Space& space) {
     const Look& look = LookOf(space);
     SetColors(std::span(look.Colors).first(look.NumColors));
     const char mark = GlobCfg.SingleDispCharFlag == 1 ? GlobCfg.SingleDispChar : look.Mark;
-    std::printf("%2i%c", space.Height, mark);
+    Print("%2i%c", space.Height, mark);
 }
 
 void PrintRow(const Position& position, int y) {
     SetBoardColors();
-    std::printf("%i", RowNumber(y));
+    Print("%i", RowNumber(y));
     PrintTimes(y, "  ");
     for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
         if (IsOnBoard(x, y)) {
             PrintSpace(position.Spaces[x][y]);
         } else {
-            std::printf("   ");
+            Print("   ");
         }
-        std::printf(" ");
+        Print(" ");
     }
     PrintTimes(GlobCfg.BoardYDim - y - 1, "  ");
-    std::printf(" \n");
+    Print(" \n");
     SetBoardColors();
 }
 
 // The letter of a column stands at the foot of its diagonal.
 void PrintLetterLine() {
     PrintTimes(GlobCfg.BoardYDim - 1, "  ");
-    std::printf("     ");
+    Print("     ");
     const int last = GlobCfg.BoardXDim - 1;
     for (int x = 0; x < last; ++x) {
-        std::printf("%c   ", ColumnLetter(x));
+        Print("%c   ", ColumnLetter(x));
     }
-    std::printf("%c", ColumnLetter(last));
+    Print("%c", ColumnLetter(last));
 }
 
 }  // namespace
@@ -118,22 +108,25 @@ void SetColor(unsigned code) {
     if (code >= COLOR_TEXTS.size()) {
         ErrorExit("SetColor: Error in calling parameter value\n");
     }
-    if (!IsWithoutColors()) {
-        std::fputs(COLOR_TEXTS[code], stdout);
+    if (PrintedBoards == BoardStyle::Colored) {
+        PrintText(COLOR_TEXTS[code]);
     }
 }
 
 void PrintPosition(const Position& position) {
-    std::printf(position.ActivePlayer == WHITE ? "WHITE is moving" : "BLACK is moving");
+    if (PrintedBoards == BoardStyle::Hidden) {
+        return;
+    }
+    Print(position.ActivePlayer == WHITE ? "WHITE is moving" : "BLACK is moving");
     SetColor(BACKGROUND_WHITE);
-    std::printf("\n");
+    Print("\n");
     for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
         PrintRow(position, y);
     }
     PrintTimes(GlobCfg.BoardXDim, "----");
     PrintTimes(GlobCfg.BoardYDim - 1, "--");
-    std::printf("--\n");
+    Print("--\n");
     PrintLetterLine();
     SetColor(RESET_COLORS);
-    std::printf("\n");
+    Print("\n");
 }

@@ -24,11 +24,16 @@ enum ScreenColor : unsigned {
     RESET_COLORS = 16,
 };
 
-// Prints the escape sequence of a ScreenColor on standard output; nothing on a terminal whose user
-// has set NO_COLOR. A code above 16 ends the process.
+// How boards are printed: in colours, without them, or not at all for somebody who shows the
+// position in another way.
+enum class BoardStyle { Colored, Plain, Hidden };
+extern BoardStyle PrintedBoards;
+
+// Prints the escape sequence of a ScreenColor, where boards are coloured. A code above 16 ends the
+// program.
 void SetColor(unsigned code);
 
 // Prints the board: the side to move, a line per row with height and mark of every space, a rule
-// and the column letters. A space with a faulty owner is shown with the mark '?' after a line on
-// standard error.
+// and the column letters; nothing where boards are hidden. A space with a faulty owner is shown
+// with the mark '?' after a line on standard error.
 void PrintPosition(const Position& position);

@@ -7,7 +7,7 @@
 #include "support/fatal.h"
 
 Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                      Position& next, Move& move) {
+                      const ThoughtWatch* watch, Position& next, Move& move) {
     EvalCount = 0;
     const bool hasChoice = GetNumMoves(position) > 0;
     if (position.SetupPhase != 0) {
@@ -22,7 +22,7 @@ Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeight
         DoPass(position, next);
         return Turn::Pass;
     }
-    const Thought thought = Think(position, effort, weights);
+    const Thought thought = Think(position, effort, weights, watch);
     effort.Depth = thought.Depth;
     move = thought.BestMove;
     DoMove(position, move, next);
@@ -31,8 +31,8 @@ Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeight
 }
 
 int DoComputerMove(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                   Position& next, std::string& message, Move& move) {
-    switch (MakeComputerTurn(position, effort, weights, next, move)) {
+                   const ThoughtWatch* watch, Position& next, std::string& message, Move& move) {
+    switch (MakeComputerTurn(position, effort, weights, watch, next, move)) {
     case Turn::Placement:
         message = "Talurex does setup move: (" + GetMoveString(move, position) + ")\n";
         break;

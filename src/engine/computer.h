@@ -18,9 +18,9 @@ enum class Turn { Placement, TowerMove, Pass };
 // search that stands has cost, 0 without one, and the depth in `effort` becomes the one it reached.
 // Answers what kind of turn it was.
 Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                      Position& next, Move& move);
+                      const ThoughtWatch* watch, Position& next, Move& move);
 
 // The same with one line about it in `message`, to be printed. Answers how many choices there were:
 // empty spaces in the setup phase, else moves.
 int DoComputerMove(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                   Position& next, std::string& message, Move& move);
+                   const ThoughtWatch* watch, Position& next, std::string& message, Move& move);

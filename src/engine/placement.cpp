@@ -5,13 +5,13 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <span>
 
 #include "kernel/move_order.h"
 #include "support/fatal.h"
 #include "support/numbers.h"
+#include "support/output.h"
 #include "support/random.h"
 
 namespace {
@@ -162,7 +162,7 @@ double RawFlankValue(const Setup& setup, int space, int color) {
             break;
         default: {
             const Place place = setup.Board.Places[next.Space];
-            std::printf("x y %i %i\n", place.Column, place.Row);
+            Print("x y %i %i\n", place.Column, place.Row);
             ErrorExit("GetRawFlankValue: Error: Illegal default case reached! (bug in program)\n");
         }
         }

@@ -10,4 +10,5 @@ enum class ReportMode { Level, Depth };
 // Searches `position` for the side to move and prints its value, the best move, the depth reached
 // and the number of evaluated positions; or says why there is nothing to search. Changes nothing
 // but the random generator and EvalCount.
-void GetEvaluationInfo(const Position& position, ReportMode mode, int number);
+void GetEvaluationInfo(const Position& position, ReportMode mode, int number,
+                       const struct ThoughtWatch* watch);

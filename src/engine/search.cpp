@@ -1,13 +1,13 @@
 #include "engine/search.h"
 
 #include <cstdint>
-#include <cstdio>
 
 #include "display/terminal_board.h"
 #include "engine/evaluation.h"
 #include "kernel/move_order.h"
 #include "kernel/search_kernel.h"
 #include "support/fatal.h"
+#include "support/output.h"
 #include "support/random.h"
 
 namespace {
@@ -24,10 +24,10 @@ KernelResult SearchWithBestKernel(const Position& position, int depth, const Eva
 
 // A value that reaches the open bound means that the weights are beyond all reason.
 void ReportCutOff(const Position& position, const KernelResult& result) {
-    std::printf("Error: ToplevelFlag=TRUE && ABOrt!!!\n");
-    std::printf("BAD RET VALUE: LOW_INIT_VALUE && TOPLEVELFLAG=TRUE\n");
-    std::printf("Value:%f, BestValue:%f, NumMoves:%i, Treshold:%f\n", result.CutValue,
-                result.BestValue, result.NumMoves, HIGH_INIT_VALUE);
+    Print("Error: ToplevelFlag=TRUE && ABOrt!!!\n");
+    Print("BAD RET VALUE: LOW_INIT_VALUE && TOPLEVELFLAG=TRUE\n");
+    Print("Value:%f, BestValue:%f, NumMoves:%i, Treshold:%f\n", result.CutValue, result.BestValue,
+          result.NumMoves, HIGH_INIT_VALUE);
     PrintPosition(position);
 }
 

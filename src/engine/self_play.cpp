@@ -2,13 +2,13 @@
 
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 
 #include "engine/computer.h"
 #include "engine/evaluation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"
+#include "support/output.h"
 #include "support/random.h"
 
 namespace {
@@ -77,9 +77,9 @@ EvalWeights BuiltInWeights(const TunableValues& values) {
 [[gnu::format(printf, 1, 2)]] void PrintAndFlush(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::vprintf(format, arguments);
+    PrintList(format, arguments);
     va_end(arguments);
-    std::fflush(stdout);
+    FlushOutput();
 }
 
 // Plays one game from `start` and answers the final stone lead of the beginner, who plays WHITE.
@@ -90,7 +90,7 @@ int PlayGame(const ABWeightPair& players, int beginner, const Position& start, i
     int player = beginner;
     while (!IsEndPosition(position)) {
         SearchEffort effort = {.Depth = depth};
-        MakeComputerTurn(position, effort, players[player], next, move);
+        MakeComputerTurn(position, effort, players[player], nullptr, next, move);
         // The side that makes the last placement may also make the first move.
         if (next.ActivePlayer != position.ActivePlayer) {
             player = 1 - player;

@@ -1,61 +1,48 @@
 #include "engine/thinking.h"
 
 #include <chrono>
-#include <string>
 
-#include "display/progress_line.h"
 #include "engine/evaluation.h"
 #include "engine/search.h"
-#include "rules/notation.h"
-#include "support/signals.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What the progress line needs to know of the thought under way. There is one search at a time.
 struct Watched {
+    const ThoughtWatch* Watch = nullptr;
     const Position* Board = nullptr;
-    const Thought* Standing = nullptr;  // what a hurried thought would come to; null: nothing yet
+    const Thought* Standing = nullptr;
     int Depth = 0;
-    Clock::time_point NextLook;
+    Clock::time_point Began;
 };
-Watched UnderWay;
 
-void ReportProgress(const SearchProgress& progress) {
-    constexpr std::chrono::milliseconds INTERVAL(200);
-    const Clock::time_point now = Clock::now();
-    if (now < UnderWay.NextLook) {
-        return;
+void Tell(const Watched& watched, const SearchProgress& search, bool isOver) {
+    if (watched.Watch != nullptr && watched.Watch->Report != nullptr) {
+        watched.Watch->Report(
+            watched.Watch->Context,
+            {*watched.Board, watched.Standing, watched.Depth, watched.Began, search, isOver});
     }
-    UnderWay.NextLook = now + INTERVAL;
-    std::string text = "Depth " + std::to_string(UnderWay.Depth) + ": move " +
-                       std::to_string(progress.NumFinished) + '/' +
-                       std::to_string(progress.NumMoves) + ", " +
-                       std::to_string(progress.NumEvaluations) + " positions";
-    if (UnderWay.Standing != nullptr) {
-        text += ", best " + GetMoveString(UnderWay.Standing->BestMove, *UnderWay.Board);
-    } else if (progress.HasMove) {
-        text += ", best " + GetMoveString(progress.BestMove, *UnderWay.Board);
-    }
-    ShowProgress(text);
 }
 
-// Answers what is to be told of the progress: nothing, where nobody would see it.
-decltype(SearchWatch::Report) BeginProgress() {
-    constexpr std::chrono::seconds SHORT_THOUGHT(1);
-    UnderWay.NextLook = Clock::now() + SHORT_THOUGHT;
-    return CanShowProgress() ? ReportProgress : nullptr;
+void Relay(void* context, const SearchProgress& search) {
+    Tell(*static_cast<Watched*>(context), search, false);
 }
 
 // One search of the thought. Notes in EvalCount what it cost.
-SearchResult SearchTo(int depth, Position& position, const EvalWeights& weights,
-                      const SearchWatch* watch) {
+SearchResult SearchTo(int depth, Position& position, const EvalWeights& weights, Watched& watched,
+                      bool canStop) {
     EvalCount = 0;
-    UnderWay.Board = &position;
-    UnderWay.Depth = depth;
-    const SearchResult found = SearchPosition(position, depth, weights, watch);
-    EraseProgress();
+    watched.Board = &position;
+    watched.Depth = depth;
+    static const std::atomic<int> never = 0;
+    const SearchWatch watch = {.StopFlag =
+                                   watched.Watch != nullptr ? watched.Watch->StopFlag : never,
+                               .Report = Relay,
+                               .Context = &watched};
+    const SearchResult found = SearchPosition(
+        position, depth, weights, canStop && watched.Watch != nullptr ? &watch : nullptr);
+    Tell(watched, {}, true);
     position.ExactValue = found.IsExact ? 1 : 0;
     return found;
 }
@@ -76,23 +63,21 @@ bool GoesDeeper(const Thought& thought, int budget) {
 
 }  // namespace
 
-Thought Think(Position& position, const SearchEffort& effort, const EvalWeights& weights) {
-    const SearchWatch watch = {.StopFlag = Requests,
-                               .Report = effort.CanBeHurried ? BeginProgress() : nullptr};
-    const SearchWatch* watched = effort.CanBeHurried ? &watch : nullptr;
-    UnderWay.Standing = nullptr;
-    SearchResult found = SearchTo(effort.Depth, position, weights, watched);
+Thought Think(Position& position, const SearchEffort& effort, const EvalWeights& weights,
+              const ThoughtWatch* watch) {
+    Watched watched = {.Watch = watch, .Began = Clock::now()};
+    SearchResult found = SearchTo(effort.Depth, position, weights, watched, true);
     Thought thought = ThoughtOf(found, effort.Depth);
     if (found.WasStopped && !found.HasMove) {
-        found = SearchTo(0, position, weights, nullptr);
+        found = SearchTo(0, position, weights, watched, false);
         thought = ThoughtOf(found, 0);
         thought.IsFinished = false;
     }
-    UnderWay.Standing = &thought;
+    watched.Standing = &thought;
     while (thought.IsFinished && GoesDeeper(thought, effort.Budget)) {
         const Position before = position;
         const int cost = EvalCount;
-        found = SearchTo(thought.Depth + 1, position, weights, watched);
+        found = SearchTo(thought.Depth + 1, position, weights, watched, true);
         if (found.WasStopped) {
             position = before;
             EvalCount = cost;
@@ -100,6 +85,5 @@ Thought Think(Position& position, const SearchEffort& effort, const EvalWeights&
         }
         thought = ThoughtOf(found, thought.Depth + 1);
     }
-    UnderWay = {};  // nothing that it points to outlives the thought
     return thought;
 }

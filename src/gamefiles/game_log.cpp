@@ -8,6 +8,7 @@
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/files.h"
+#include "support/output.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ bool ReadLine(Log& log) {
     if (GetNextGoodLine(log.File, log.Line) == 0) {
         return true;
     }
-    std::printf("Error: Unexpected end of import file!\n");
+    Print("Error: Unexpected end of import file!\n");
     return false;
 }
 
@@ -40,7 +41,7 @@ bool CheckLineLength(const Log& log, std::size_t length) {
     if (log.Line.size() >= length) {
         return true;
     }
-    std::printf("Error in Import file: line too short! (move %i)\n", log.Record.LastMove + 1);
+    Print("Error in Import file: line too short! (move %i)\n", log.Record.LastMove + 1);
     return false;
 }
 
@@ -64,7 +65,7 @@ bool ReadPlacements(Log& log) {
         move.Column = place.Column;
         move.Row = place.Row;
         if (!MoveIsOk(Current(log), move, 0)) {
-            std::printf("Error in Import file: (setup move number %i is not correct!\n", k + 1);
+            Print("Error in Import file: (setup move number %i is not correct!\n", k + 1);
             return false;
         }
         DoSetupMove(Current(log), move, log.Record.PositionList[k + 1]);
@@ -88,7 +89,7 @@ bool ReadStartPosition(Log& log) {
         for (int x = columns.First; x < columns.End; ++x) {
             const int stone = TakeStone(log.Line, STONE_SIGNS);
             if (stone < 0) {
-                std::printf("Illegal char in import file!\n");
+                Print("Illegal char in import file!\n");
                 return false;
             }
             Current(log).Spaces[x][y] = SpaceWith(stone);
@@ -108,7 +109,7 @@ bool ReadMove(Log& log) {
     const Place target = PlaceAt(log, 3);
     Way way;
     if (!FindWay(target.Column - source.Column, target.Row - source.Row, way)) {
-        std::printf("Illegal move in import file (move %i)!\n", k + 1);
+        Print("Illegal move in import file (move %i)!\n", k + 1);
         return false;
     }
     Move& move = log.Record.MoveList[k];
@@ -116,7 +117,7 @@ bool ReadMove(Log& log) {
     move.Row = source.Row;
     move.Direction = way.Direction;
     if (!MoveIsOk(Current(log), move, way.Distance)) {
-        std::printf("Error in Import file: (move number %i is not correct!)\n", k + 1);
+        Print("Error in Import file: (move number %i is not correct!)\n", k + 1);
         return false;
     }
     DoMove(Current(log), move, log.Record.PositionList[k + 1]);
@@ -160,11 +161,12 @@ int ImportGame(const std::string& fileName, GameRecord& record) {
     }
     Log& log = *reading;
     if (FileOpenToRead(fileName, log.File) != 0) {
-        std::printf("Error: Import file \"%s\" could not be opened!\n", fileName.c_str());
+        Print("Error: Import file \"%s\" could not be opened!\n", fileName.c_str());
         return 1;
     }
+    OwnedFile file(log.File);
     const bool complete = ReadLog(log);
-    FileClose(log.File);
+    FileClose(file.release());
     if (!complete) {
         return 1;
     }

@@ -6,7 +6,7 @@
 #include <string_view>
 
 // The most characters that a line may have, its line feed among them; a longer one ends the
-// process.
+// program.
 inline constexpr int GAME_LINE_LENGTH = 199;
 
 // Reads the next line that is not a comment (one that begins with '#'), trimmed at both ends. An

@@ -13,6 +13,7 @@
 #include "rules/setup.h"
 #include "support/files.h"
 #include "support/numbers.h"
+#include "support/output.h"
 #include "support/text.h"
 
 namespace {
@@ -45,14 +46,14 @@ bool ReadDimensions(std::string_view line, BoardSettings& settings) {
             number = ScanInt(line);
         }
         if (!number) {
-            std::printf("Error! DIM-Line must have Format: DIM(x,y,l)\n");
+            Print("Error! DIM-Line must have Format: DIM(x,y,l)\n");
             return false;
         }
         values[i] = *number;
     }
     settings = {values[0], values[1], values[2]};
     if (!IsBoardSize(settings.XDim, settings.YDim) || settings.LifeStones < 1) {
-        std::printf("Error! DIM-Line values are out of range!\n");
+        Print("Error! DIM-Line values are out of range!\n");
         return false;
     }
     return true;
@@ -73,7 +74,7 @@ bool ReadSettings(SavedGame& game) {
 
 bool ReadBoardRow(SavedGame& game, int y) {
     if (!game.Line.starts_with(':')) {
-        std::printf("Error: Random Setup line %i does not start with a ':'!\n", y + 1);
+        Print("Error: Random Setup line %i does not start with a ':'!\n", y + 1);
         return false;
     }
     game.Line.erase(0, 1);
@@ -82,7 +83,7 @@ bool ReadBoardRow(SavedGame& game, int y) {
     for (int x = columns.First; x < columns.End; ++x) {
         const int stone = TakeStone(game.Line, SAVED_STONE_SIGNS);
         if (stone < 0) {
-            std::printf("Error: Reading Setup position (%i,%i) failed!\n", x + 1, RowNumber(y));
+            Print("Error: Reading Setup position (%i,%i) failed!\n", x + 1, RowNumber(y));
             return false;
         }
         Current(game).Spaces[x][y] = SpaceWith(stone);
@@ -112,11 +113,11 @@ bool ParsePly(SavedGame& game, Notation notation, Move& move) {
     int distance = 0;
     const int number = game.Record.LastMove + 1;
     if (GetPlayerMove(game.Line, notation, move, distance) != 0) {
-        std::printf("Error in savegame file: (setup move number %i is no move!\n", number);
+        Print("Error in savegame file: (setup move number %i is no move!\n", number);
         return false;
     }
     if (!MoveIsOk(Current(game), move, distance)) {
-        std::printf("Error in savegame file: (setup move number %i is not correct!\n", number);
+        Print("Error in savegame file: (setup move number %i is not correct!\n", number);
         return false;
     }
     return true;
@@ -126,7 +127,7 @@ bool CheckPass(SavedGame& game) {
     if (GetNumMoves(Current(game)) == 0) {
         return true;
     }
-    std::printf("Error in savegame file: Illegal PASS move in move %i\n", game.Record.LastMove + 1);
+    Print("Error in savegame file: Illegal PASS move in move %i\n", game.Record.LastMove + 1);
     return false;
 }
 
@@ -196,13 +197,13 @@ int LoadGame(const std::string& fileName, GameRecord& record) {
     }
     SavedGame& game = *reading;
     if (FileOpenToRead(fileName, game.File) != 0) {
-        std::printf("Error! Savegame file \"%s\" could not be opened for reading!\n",
-                    fileName.c_str());
+        Print("Error! Savegame file \"%s\" could not be opened for reading!\n", fileName.c_str());
         return 1;
     }
     BoardSettingsGuard settings;
+    OwnedFile file(game.File);
     const bool complete = ReadGame(game);
-    FileClose(game.File);
+    FileClose(file.release());
     if (!complete) {
         return 1;
     }

@@ -8,8 +8,9 @@
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
-#include "support/fatal.h"
 #include "support/file_replace.h"
+#include "support/files.h"
+#include "support/output.h"
 
 namespace {
 
@@ -137,8 +138,8 @@ int SaveGame(const GameRecord& record, const std::string& fileName) {
     case FileReplaced::Done:
         return 0;
     case FileReplaced::NotOpened:
-        std::printf("Error! Savegame file \"%s\" could not be opened for writing!\n",
-                    fileName.c_str());
+        PrintFileOpenError(fileName, FILE_WRITE_MODE);
+        Print("Error! Savegame file \"%s\" could not be opened for writing!\n", fileName.c_str());
         return 1;
     case FileReplaced::NotWritten:
         return 1;

@@ -352,7 +352,7 @@ struct Search {
             NodesUntilReport = NODES_PER_REPORT;
             if (Watch->Report != nullptr) {
                 Progress.NumEvaluations = NumEvaluations;
-                Watch->Report(Progress);
+                Watch->Report(Watch->Context, Progress);
             }
         }
         IsStopped = IsStopped || Watch->StopFlag.load(std::memory_order_relaxed) != 0;

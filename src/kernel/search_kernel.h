@@ -53,7 +53,8 @@ struct SearchWatch {
     // anyway. A search of depth 0 is over before one could look. A signal handler may set the flag.
     const std::atomic<int>& StopFlag;
     // Called now and then, unless it is null. It should look at the clock before it does more.
-    void (*Report)(const SearchProgress& progress) = nullptr;
+    void (*Report)(void* context, const SearchProgress& progress) = nullptr;
+    void* Context = nullptr;
 };
 static_assert(std::atomic<int>::is_always_lock_free);
 

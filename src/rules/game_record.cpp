@@ -1,11 +1,11 @@
 #include "rules/game_record.h"
 
-#include <cstdio>
+#include "support/output.h"
 
 bool CheckRecordRoom(int moveNumber) {
     if (moveNumber + 1 < GAME_RECORD_SIZE) {
         return true;
     }
-    std::printf("Error: Game record is full!\n");
+    Print("Error: Game record is full!\n");
     return false;
 }

@@ -1,13 +1,12 @@
 #include "rules/referee.h"
 
-#include <cstdio>
-
 #include "support/fatal.h"
+#include "support/output.h"
 
 namespace {
 
 bool Refuse(const char* reason) {
-    std::fputs(reason, stdout);
+    PrintText(reason);
     return false;
 }
 
@@ -23,7 +22,7 @@ bool TowerMoveIsOk(const Position& position, const Move& move, int distance) {
         return Refuse("Error: Move source is not free !\n");
     }
     if (distance != source.Height) {
-        std::printf("Error: Move distance is %i, but must be %i !\n", distance, source.Height);
+        Print("Error: Move distance is %i, but must be %i !\n", distance, source.Height);
         return false;
     }
     if (move.Direction < 0 || move.Direction >= NUM_DIRECTIONS) {

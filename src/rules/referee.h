@@ -6,7 +6,7 @@
 
 // Checks a placement or tower move against `position`. `distance` is the number of spaces that the
 // input moves the tower (ignored in the setup phase). Answers false after printing the reason. A
-// position whose side to move is neither colour ends the process.
+// position whose side to move is neither colour ends the program.
 [[nodiscard]] bool MoveIsOk(const Position& position, const Move& move, int distance);
 
 // True when no tower of either side can move. Never in the setup phase.

@@ -18,7 +18,7 @@ void GenerateStartPosition(Position& position);
 
 // Places one stone on the space named by `move`: `child` becomes the position behind it. The caller
 // has checked the placement; one in a position past the setup, or on a space that is not empty,
-// ends the process. `parent` and `child` must be different records.
+// ends the program. `parent` and `child` must be different records.
 void DoSetupMove(const Position& parent, const Move& move, Position& child);
 
 // A space with the single stone of a colour code on it, or for EMPTY with none.

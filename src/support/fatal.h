@@ -1,10 +1,13 @@
-// Messages on standard error, and the end of the process on a fault that cannot be mended.
+// The end of the program on a fault that cannot be mended.
 #pragma once
 
-// Writes the printf-formatted text to standard error. Standard output is flushed first, so that the
-// two streams keep their order on one terminal or pipe.
-[[gnu::format(printf, 1, 2)]] void PrintError(const char* format, ...);
+// Thrown to end the program with this status: `main` returns it, and all that is open on the way
+// there is closed. Who shows a game that must go on catches it where the line or the turn began.
+struct ProgramEnd {
+    int Status = 1;
+};
 
-// PrintError, then the end of the process with exit status 1. For broken invariants and input that
-// cannot be recovered from; most messages begin with the name of the function that found the fault.
+// Prints the message on standard error, then throws the end of the program with status 1. For
+// broken invariants and input that cannot be recovered from; most messages begin with the name of
+// the function that found the fault.
 [[noreturn, gnu::format(printf, 1, 2)]] void ErrorExit(const char* format, ...);

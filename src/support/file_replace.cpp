@@ -16,10 +16,11 @@
 #include <unistd.h>
 
 #include "support/files.h"
+#include "support/output.h"
 
 namespace {
 
-constexpr ::mode_t NEW_FILE_MODE = 0666;
+constexpr ::mode_t NEW_FILE_MODE = 0666;  // less what the process masks
 constexpr ::mode_t PERMISSION_BITS = 07777;
 
 // As long as it lives, a write past the limit on the size of files, or into a pipe that nobody
@@ -44,11 +45,6 @@ private:
     struct sigaction pipeBefore_ {};
 };
 
-FileReplaced SayNotOpened(const std::string& path) {
-    PrintFileOpenError(path, FILE_WRITE_MODE);
-    return FileReplaced::NotOpened;
-}
-
 // Answers whether all of it was written.
 bool WriteAll(int file, std::string_view content) {
     while (!content.empty()) {
@@ -63,9 +59,9 @@ bool WriteAll(int file, std::string_view content) {
 
 // Writes to what is there already, without any promise about its earlier content.
 FileReplaced WriteDirectly(const std::string& path, std::string_view content) {
-    std::fflush(stdout);  // it may be the same device
-    std::FILE* file = nullptr;
-    if (FileOpenToWrite(path, file) != 0) {
+    FlushOutput();  // it may be the same device
+    std::FILE* file = std::fopen(path.c_str(), FILE_WRITE_MODE);
+    if (file == nullptr) {
         return FileReplaced::NotOpened;
     }
     const bool isWritten = std::fwrite(content.data(), 1, content.size(), file) == content.size();
@@ -98,22 +94,18 @@ std::filesystem::path FollowLinks(const std::string& path) {
     return target;
 }
 
-// The permissions of a file that is created anew.
-::mode_t ModeOfNewFile() {
-    const ::mode_t mask = umask(0);
-    umask(mask);
-    return NEW_FILE_MODE & ~mask;
-}
-
-// Answers false when not all that was written has reached the disk. Some file systems cannot tell.
-bool Sync(int file) {
-    return fsync(file) == 0 || errno == EINVAL || errno == ENOSYS;
+// Answers false when what was written was to reach the disk and has not. Some file systems cannot
+// tell.
+bool Sync(int file, Durability durability) {
+    return durability == Durability::InMemory || fsync(file) == 0 || errno == EINVAL ||
+           errno == ENOSYS;
 }
 
 // For a file that may be written in a folder that may not: writes over the earlier content, and
 // puts it back when the new one does not fit. Nothing is cut off before all is written, so that the
 // room for putting back is there.
-FileReplaced ReplaceInPlace(const std::string& path, std::string_view content) {
+FileReplaced ReplaceInPlace(const std::string& path, std::string_view content,
+                            Durability durability) {
     std::ifstream source(path, std::ios::binary);
     std::ostringstream earlier;
     earlier << source.rdbuf();
@@ -121,7 +113,7 @@ FileReplaced ReplaceInPlace(const std::string& path, std::string_view content) {
     if (file < 0) {
         return FileReplaced::NotWritten;
     }
-    bool written = WriteAll(file, content) && Sync(file) &&
+    bool written = WriteAll(file, content) && Sync(file, durability) &&
                    ftruncate(file, static_cast<::off_t>(content.size())) == 0;
     if (!written && lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, earlier.str())) {
         std::ignore = ftruncate(file, static_cast<::off_t>(earlier.str().size()));
@@ -149,42 +141,57 @@ NewFile OpenNameless(const std::string& folder) {
     return {open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, NEW_FILE_MODE), ""};
 }
 
-// The beginning of a short name of its own: one made from the file's name could become too long.
-std::string NewName(const std::string& folder) {
-    return folder + "/.talurex-";
+// Tries short names of our own in the folder, one made from the file's name could become too long,
+// until `take` answers other than EEXIST. Answers the name, or an empty text when none was taken.
+template <typename Take>
+std::string TakeNewName(const std::string& folder, Take take) {
+    constexpr int MAX_TRIES = 100;
+    const std::string name = folder + "/.talurex-" + std::to_string(getpid()) + '-';
+    for (int i = 0; i < MAX_TRIES; ++i) {
+        std::string attempt = name + std::to_string(i);
+        if (take(attempt.c_str())) {
+            return attempt;
+        }
+        if (errno != EEXIST) {
+            break;
+        }
+    }
+    return "";
 }
 
 NewFile OpenNamed(const std::string& folder) {
-    std::string name = NewName(folder) + "XXXXXX";
-    const int handle = mkostemp(name.data(), O_CLOEXEC);
-    return {handle, name};
+    NewFile file;
+    file.Name = TakeNewName(folder, [&file](const char* name) {
+        file.Handle = open(name, O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, NEW_FILE_MODE);
+        return file.Handle >= 0;
+    });
+    return file;
 }
 
 // Gives a name to a file that has none. Answers whether it has one now.
 bool GiveName(const std::string& folder, NewFile& file) {
-    constexpr int MAX_TRIES = 100;
     const std::string handle = "/proc/self/fd/" + std::to_string(file.Handle);
-    const std::string name = NewName(folder) + std::to_string(getpid()) + '-';
-    for (int i = 0; i < MAX_TRIES && file.Name.empty(); ++i) {
-        const std::string attempt = name + std::to_string(i);
-        if (linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, attempt.c_str(), AT_SYMLINK_FOLLOW) == 0) {
-            file.Name = attempt;
-        } else if (errno != EEXIST) {
-            break;
-        }
-    }
+    file.Name = TakeNewName(folder, [&handle](const char* name) {
+        return linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    });
     return !file.Name.empty();
 }
 
-// Writes the content to a new file that is to take the place of `earlier`, if there is one. Answers
-// whether all of it is on the disk. Owner and permissions are given as far as the file system and
-// our rights allow.
-bool FillNewFile(int file, std::string_view content, const Status& earlier) {
-    if (earlier) {
-        std::ignore = fchown(file, earlier->st_uid, earlier->st_gid);
+// What is to be written, and in place of what.
+struct Replacement {
+    std::string_view Content;
+    Status Earlier;
+    Durability HowSafe;
+};
+
+// Writes the content to a new file. Answers whether all of it is there. Owner and permissions of
+// the earlier one are given as far as the file system and our rights allow.
+bool FillNewFile(int file, const Replacement& replacement) {
+    if (replacement.Earlier) {
+        std::ignore = fchown(file, replacement.Earlier->st_uid, replacement.Earlier->st_gid);
+        std::ignore = fchmod(file, replacement.Earlier->st_mode & PERMISSION_BITS);
     }
-    std::ignore = fchmod(file, earlier ? earlier->st_mode & PERMISSION_BITS : ModeOfNewFile());
-    return WriteAll(file, content) && Sync(file);
+    return WriteAll(file, replacement.Content) && Sync(file, replacement.HowSafe);
 }
 
 // Makes sure that a name which was given in the folder outlives a loss of power. What cannot be
@@ -202,12 +209,14 @@ enum class Renamed { Done, NotFilled, NotNamed, NotRenamed };
 
 // Fills the open file and gives it the name of the target. Nothing is left of it on failure.
 Renamed MakeTarget(NewFile file, const std::string& folder, const std::string& target,
-                   std::string_view content, const Status& earlier) {
-    const bool isFilled = FillNewFile(file.Handle, content, earlier);
+                   const Replacement& replacement) {
+    const bool isFilled = FillNewFile(file.Handle, replacement);
     const bool isNamed = isFilled && (!file.Name.empty() || GiveName(folder, file));
     const bool isClosed = close(file.Handle) == 0;
     if (isNamed && isClosed && rename(file.Name.c_str(), target.c_str()) == 0) {
-        SyncFolder(folder);
+        if (replacement.HowSafe == Durability::OnDisk) {
+            SyncFolder(folder);
+        }
         return Renamed::Done;
     }
     const int error = errno;
@@ -221,43 +230,42 @@ Renamed MakeTarget(NewFile file, const std::string& folder, const std::string& t
     return isNamed ? Renamed::NotRenamed : Renamed::NotNamed;
 }
 
-// Replaces the regular file `earlier`, or makes a new one where there is none.
-FileReplaced ReplaceByRename(const std::string& path, std::string_view content,
-                             const Status& earlier) {
+// Replaces the earlier regular file, or makes a new one where there is none.
+FileReplaced ReplaceByRename(const std::string& path, const Replacement& replacement) {
     const std::filesystem::path target = FollowLinks(path);
     const std::string folder = target.has_parent_path() ? target.parent_path().string() : ".";
     NewFile file = OpenNameless(folder);
     Renamed result = Renamed::NotNamed;
     if (file.Handle >= 0) {
-        result = MakeTarget(file, folder, target.string(), content, earlier);
+        result = MakeTarget(file, folder, target.string(), replacement);
     }
     if (result == Renamed::NotNamed) {
         file = OpenNamed(folder);
-        if (file.Handle < 0 && !earlier) {
-            return SayNotOpened(path);
+        if (file.Handle < 0 && !replacement.Earlier) {
+            return FileReplaced::NotOpened;
         }
         result = file.Handle < 0 ? Renamed::NotRenamed
-                                 : MakeTarget(file, folder, target.string(), content, earlier);
+                                 : MakeTarget(file, folder, target.string(), replacement);
     }
-    if (result == Renamed::NotRenamed && earlier && IsForbidden(errno)) {
-        return ReplaceInPlace(path, content);
+    if (result == Renamed::NotRenamed && replacement.Earlier && IsForbidden(errno)) {
+        return ReplaceInPlace(path, replacement.Content, replacement.HowSafe);
     }
     return result == Renamed::Done ? FileReplaced::Done : FileReplaced::NotWritten;
 }
 
 }  // namespace
 
-FileReplaced FileReplace(const std::string& path, std::string_view content) {
+FileReplaced FileReplace(const std::string& path, std::string_view content, Durability durability) {
     const WriteSignalsOff writeSignalsOff;
     const Status earlier = StatusOf(path);
     if (!earlier && errno == ELOOP) {
-        return SayNotOpened(path);  // links that lead in a circle lead to no file
+        return FileReplaced::NotOpened;  // links that lead in a circle lead to no file
     }
     if (earlier && !S_ISREG(earlier->st_mode)) {
         return WriteDirectly(path, content);
     }
     if (earlier && !IsWritable(path)) {
-        return SayNotOpened(path);
+        return FileReplaced::NotOpened;
     }
-    return ReplaceByRename(path, content, earlier);
+    return ReplaceByRename(path, {content, earlier, durability});
 }

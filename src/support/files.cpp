@@ -6,10 +6,11 @@
 #include <unistd.h>
 
 #include "support/fatal.h"
+#include "support/output.h"
 
 void PrintFileOpenError(const std::string& path, const char* accessMode) {
-    std::printf("FileOpen: error: opening file (%s) with AccessMode (%s) failed !\n", path.c_str(),
-                accessMode);
+    Print("FileOpen: error: opening file (%s) with AccessMode (%s) failed !\n", path.c_str(),
+          accessMode);
 }
 
 int FileOpen(const std::string& path, std::FILE*& file, const char* accessMode) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 // The modes in which text files are opened.
@@ -17,11 +18,17 @@ inline constexpr const char* FILE_WRITE_MODE = "wb";
 // The line of a failed FileOpen, for those who open a file in another way.
 void PrintFileOpenError(const std::string& path, const char* accessMode);
 
-// Closes the file; answers 0. A failure ends the process.
+// A file that is closed when an error passes by; who gets that far takes it out and closes it.
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using OwnedFile = std::unique_ptr<std::FILE, CloseFile>;
+
+// Closes the file; answers 0. A failure ends the program.
 int FileClose(std::FILE* file);
 
 // Reads one line of at most maxLength characters, its line feed among them, into `line` and answers
-// how many characters were read, or -1 when nothing is left. A longer line ends the process, and
+// how many characters were read, or -1 when nothing is left. A longer line ends the program, and
 // so does a last one of maxLength characters without a line feed. A NUL byte ends the line's text,
 // as in a C string: behind one the limit is not noticed, and what is beyond it is a line of its
 // own.

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 // Seeds the generator. A positive seed gives a repeatable run; 0 or less takes the seed from the
-// clock. To be called exactly once: a second call ends the process, and so does a failing clock.
+// clock. To be called exactly once: a second call ends the program, and so does a failing clock.
 void InitRandom(int seed);
 
 // Seeds the generator as `srand` does, as often as one likes: for tests, and for InitRandom.

@@ -3,10 +3,17 @@
 #include <algorithm>
 
 std::string_view ScanWord(std::string_view& text) {
-    const auto begin = std::find_if_not(text.begin(), text.end(), IsScanSpace);
-    const auto end = std::find_if(begin, text.end(), IsScanSpace);
-    text = std::string_view(end, text.end());
-    return std::string_view(begin, end);
+    std::size_t begin = 0;
+    while (begin < text.size() && IsScanSpace(text[begin])) {
+        ++begin;
+    }
+    std::size_t end = begin;
+    while (end < text.size() && !IsScanSpace(text[end])) {
+        ++end;
+    }
+    const std::string_view word = text.substr(begin, end - begin);
+    text.remove_prefix(end);
+    return word;
 }
 
 std::string_view ReadWord(std::string_view text) {

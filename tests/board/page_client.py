@@ -26,9 +26,20 @@ class Board:
     def __enter__(self):
         return self
 
+    def end(self, patience=20):
+        """Asks it to end as a shell would. Answers its status and what it has complained of."""
+        self.process.terminate()
+        _, complaints = self.process.communicate(timeout=patience)
+        return self.process.returncode, complaints
+
     def __exit__(self, *_):
         self.process.terminate()
         self.process.wait(20)
+
+
+def free_port():
+    with socket.create_server(("127.0.0.1", 0)) as listener:
+        return listener.getsockname()[1]
 
 
 def http(port, request, patience=15):
@@ -45,10 +56,15 @@ def http(port, request, patience=15):
 
 
 class Page:
-    """A live connection. `last` is the latest state, `log` the text of the program."""
+    """A live connection. `last` is the latest state, `log` the text of the program. With `room` the
+    system keeps no more bytes than that for a page that does not receive."""
 
-    def __init__(self, port, token=None, host=None, origin=None):
-        self.socket = socket.create_connection(("127.0.0.1", port), 15)
+    def __init__(self, port, token=None, host=None, origin=None, room=None):
+        self.socket = socket.socket()
+        if room is not None:
+            self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, room)
+        self.socket.settimeout(15)
+        self.socket.connect(("127.0.0.1", port))
         key = base64.b64encode(os.urandom(16)).decode()
         self.socket.sendall(
             f"GET /live HTTP/1.1\r\nHost: {host or f'127.0.0.1:{port}'}\r\n"

@@ -2,9 +2,12 @@
 #pragma once
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "support/fatal.h"
 
 template <typename Action>
 std::string StdoutOf(Action action) {
@@ -12,6 +15,16 @@ std::string StdoutOf(Action action) {
     action();
     std::fflush(stdout);
     return testing::internal::GetCapturedStdout();
+}
+
+// Does what `main` does with an error that ends the program.
+template <typename Action>
+void EndAsMain(Action action) {
+    try {
+        action();
+    } catch (const ProgramEnd& end) {
+        std::exit(end.Status);
+    }
 }
 
 template <typename Action>

@@ -6,17 +6,16 @@
 #include "common/board_text.h"
 #include "common/captured.h"
 #include "control/interpreter.h"
-#include "control/main_loop.h"
 #include "rules/setup.h"
 
 // In an end position a player may go on passing, until there is no room for more.
 TEST(Commands, FullRecordTakesNoMove) {
     UseBoard(1, 1);
     GlobCfg.GameRunFlag = 0;
-    EvalWeights weights;
-    const auto state = std::make_unique<PlayState>();
+    const auto session = std::make_unique<Session>();
+    PlayState* const state = &session->Play;
     GenerateEmptyStartPosition(state->Record.PositionList[0]);
-    auto type = [&](const char* line) { return StdoutOf([&] { DoLine(*state, line, weights); }); };
+    auto type = [&](const char* line) { return StdoutOf([&] { TypeLine(*session, line); }); };
     type("move a1");
     for (int i = 1; i < GAME_RECORD_SIZE - 1; ++i) {
         type("move");
@@ -31,10 +30,9 @@ TEST(Commands, FullRecordTakesNoMove) {
 }
 
 TEST(CommandsDeathTest, BrokenCallersEndTheProcess) {
-    const auto state = std::make_unique<PlayState>();
-    EvalWeights weights;
+    const auto session = std::make_unique<Session>();
     for (const int id : {-1, 27, 29}) {
-        EXPECT_EXIT(ExecuteCommand(static_cast<CommandId>(id), "", *state, weights),
+        EXPECT_EXIT(EndAsMain([&] { ExecuteCommand(static_cast<CommandId>(id), "", *session); }),
                     testing::ExitedWithCode(1),
                     "^ExecuteCommand: Illegal default case reached! \\(bug in calling routine\\)");
     }

@@ -17,16 +17,18 @@ struct Floor {
     std::string_view Folder;
     std::string_view Knows;
 };
-constexpr std::array<Floor, 9> FLOORS = {{
+constexpr std::array<Floor, 11> FLOORS = {{
     {"support", ""},
     {"config", "support"},
     {"rules", "config support"},
     {"display", "rules config support"},
     {"gamefiles", "rules config support"},
     {"kernel", "rules config support"},
-    {"engine", "kernel display rules config support"},
-    {"board", "rules config support"},
+    {"engine", "kernel rules config support"},
     {"control", "engine kernel gamefiles display rules config support"},
+    {"page", "control engine kernel gamefiles display rules config support"},
+    {"terminal", "control engine kernel gamefiles display rules config support"},
+    {"board", "page control engine kernel gamefiles display rules config support"},
 }};
 
 std::string_view FolderOf(std::string_view path) {

@@ -16,6 +16,7 @@
 #include "common/captured.h"
 #include "common/display_peer.h"
 #include "common/random_games.h"
+#include "display/gui_socket.h"
 
 namespace {
 

@@ -20,6 +20,6 @@ TEST(TerminalBoard, ShowsAFaultyOwnerAndGoesOn) {
 
 TEST(TerminalBoardDeathTest, KnowsSeventeenColours) {
     EXPECT_EQ(StdoutOf([] { SetColor(BACKGROUND_CYAN); }), "\x1b[46m");
-    EXPECT_EXIT(SetColor(17), testing::ExitedWithCode(1),
+    EXPECT_EXIT(EndAsMain([] { SetColor(17); }), testing::ExitedWithCode(1),
                 "^SetColor: Error in calling parameter value\n$");
 }

@@ -221,7 +221,7 @@ TEST(SearchDeathTest, NoMoveEndsTheProcess) {
 std::atomic<int> StopFlag = 0;
 int ReportsUntilStop = 0;
 SearchProgress LastProgress;
-void StopInTime(const SearchProgress& progress) {
+void StopInTime(void* /*context*/, const SearchProgress& progress) {
     LastProgress = progress;
     if (--ReportsUntilStop <= 0) {
         StopFlag = 1;

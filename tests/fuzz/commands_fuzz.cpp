@@ -1,13 +1,10 @@
 // Any lines typed into a game between two people. Files stay in a scratch folder, and what would
 // search or open a connection is left out.
-#include <filesystem>
 #include <memory>
 #include <sstream>
 
-#include "common/scratch_folder.h"
 #include "config/board_settings.h"
-#include "control/command_table.h"
-#include "control/main_loop.h"
+#include "control/session.h"
 #include "fuzz/fuzz_support.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
@@ -15,34 +12,6 @@
 #include "support/text.h"
 
 namespace {
-
-// The one file that is saved, loaded and imported.
-const std::string& GameFile() {
-    static const ScratchFolder folder;
-    static const std::string file = folder.File("game.tlx");
-    return file;
-}
-
-// The line as it may be carried out here; empty when it may not.
-std::string Harmless(const std::string& line) {
-    if (!line.starts_with('/') && GlobCfg.GameRunFlag == 1) {
-        return line;
-    }
-    std::string argument = line;
-    switch (GetCommand(argument)) {
-    case COMMAND_EVALUATE:
-    case COMMAND_GUI:
-        return "";
-    case COMMAND_LOAD:
-        return "/load " + GameFile();
-    case COMMAND_SAVE:
-        return "/save " + GameFile();
-    case COMMAND_IMPORT:
-        return argument.empty() ? line : "/import " + GameFile();
-    default:
-        return line;
-    }
-}
 
 void RequireSaneState(const PlayState& state) {
     Require(state.CurrentMove >= 0 && state.CurrentMove <= state.Record.LastMove,
@@ -88,21 +57,20 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const auto state = std::make_unique<PlayState>();
-    *state = {};
-    EvalWeights weights;
+    static const auto session = std::make_unique<Session>();
+    *session = {};
+    PlayState* const state = &session->Play;
     SetDefaultConfiguration();
     GlobCfg.NumHumanPlayers = 2;
     SeedRandom(1);
-    std::filesystem::remove(GameFile());
+    ForgetGameFile();
     GenerateStartPosition(state->Record.PositionList[0]);
 
     std::istringstream lines(TextOfInput(data, size, 198));
     for (std::string line; state->QuitFlag == 0 && std::getline(lines, line);) {
         line = line.c_str();  // a NUL byte ends the line's text
         EatLeadingAndTrailingWhitespace(line);
-        DoLine(*state, Harmless(line), weights);
-        EndCycle(*state);
+        TypeLine(*session, Harmless(line));
         RequireSaneState(*state);
     }
     CutAtTheEnd(state->Record);

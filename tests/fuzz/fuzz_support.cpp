@@ -2,8 +2,23 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 #include "common/round_trip.h"
+#include "common/scratch_folder.h"
+#include "config/glob_cfg.h"
+#include "control/command_table.h"
+
+namespace {
+
+// The one file that is saved, loaded and imported.
+const std::string& GameFile() {
+    static const ScratchFolder folder;
+    static const std::string file = folder.File("game.tlx");
+    return file;
+}
+
+}  // namespace
 
 void Require(bool condition, const char* what) {
     if (!condition) {
@@ -31,6 +46,30 @@ std::string FileInMemory(const std::string& text) {
     static const std::string path = MakeFileInMemory();
     WriteFile(path, text);
     return path;
+}
+
+std::string Harmless(const std::string& line) {
+    if (!line.starts_with('/') && GlobCfg.GameRunFlag == 1) {
+        return line;
+    }
+    std::string argument = line;
+    switch (GetCommand(argument)) {
+    case COMMAND_EVALUATE:
+    case COMMAND_GUI:
+        return "";
+    case COMMAND_LOAD:
+        return "/load " + GameFile();
+    case COMMAND_SAVE:
+        return "/save " + GameFile();
+    case COMMAND_IMPORT:
+        return argument.empty() ? line : "/import " + GameFile();
+    default:
+        return line;
+    }
+}
+
+void ForgetGameFile() {
+    std::filesystem::remove(GameFile());
 }
 
 void SilenceStandardOutput() {

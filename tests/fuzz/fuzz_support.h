@@ -24,6 +24,13 @@ std::string TextOfInput(const std::uint8_t* data, std::size_t size, std::size_t 
 // next call overwrites it.
 std::string FileInMemory(const std::string& text);
 
+// The line as it may be typed here: files stay in a scratch folder, and it is empty when it would
+// search or open a connection.
+std::string Harmless(const std::string& line);
+
+// Removes the one file that such lines save, load and import.
+void ForgetGameFile();
+
 // What the program prints is of no interest.
 void SilenceStandardOutput();
 

@@ -1,17 +1,14 @@
 // Any text read as the lines of a configuration file, and as the arguments of the command line, one
-// in each line. Faulty arguments end the process by design: here they only end the input.
-#include <csetjmp>
+// in each line. Faulty arguments end the program by design: here they only end the input.
 #include <sstream>
 #include <vector>
 
 #include "config/config_file.h"
 #include "config/options.h"
 #include "fuzz/fuzz_support.h"
+#include "support/fatal.h"
 
 namespace {
-
-std::jmp_buf EndOfInput;
-bool IsReading = false;
 
 void RequireSaneSettings() {
     for (const ConfigKey& key : CONFIG_KEYS) {
@@ -46,28 +43,17 @@ void ReadArguments(const std::string& text) {
     SetDefaultConfiguration();
     OptionValues values;
     InitOptions(values);
-    IsReading = true;
-    if (setjmp(EndOfInput) == 0) {
+    try {
         GetOptions(values, static_cast<int>(arguments.size()), arguments.data());
         ProcessOptions(values);
+    } catch (const ProgramEnd&) {
     }
-    IsReading = false;
     Require(GlobCfg.ComputerColor >= 0 && GlobCfg.ComputerColor <= RANDOM_COLOR, "-color");
     Require(GlobCfg.SetupMode == 0 || GlobCfg.SetupMode == 1, "-setup");
     Require(GlobCfg.NumHumanPlayers >= 0 && GlobCfg.NumHumanPlayers <= 2, "-players");
 }
 
 }  // namespace
-
-// The linker leads every call of `exit` here. Nothing that it jumps over owns memory.
-extern "C" [[noreturn]] void __real_exit(int status);
-extern "C" [[noreturn]] void __wrap_exit(int status);
-extern "C" void __wrap_exit(int status) {
-    if (IsReading) {
-        std::longjmp(EndOfInput, 1);
-    }
-    __real_exit(status);
-}
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     SilenceStandardOutput();

@@ -31,7 +31,7 @@ TEST(RefereeDeathTest, NobodyElseMoves) {
     UseBoard(11, 5);
     Position position;
     position.ActivePlayer = LIFE;
-    EXPECT_EXIT((void)MoveIsOk(position, {}, 0), testing::ExitedWithCode(1),
+    EXPECT_EXIT(EndAsMain([&] { (void)MoveIsOk(position, {}, 0); }), testing::ExitedWithCode(1),
                 "^CheckMove: Active Player must be WHITE or BLACK !\n$");
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/captured.h"
 #include "support/fatal.h"
 
 #ifdef __GLIBC__
@@ -62,7 +63,7 @@ TEST(RandomDeathTest, IsSeededOnce) {
         InitRandom(5);
         InitRandom(5);
     };
-    EXPECT_EXIT(seedTwice(), testing::ExitedWithCode(1),
+    EXPECT_EXIT(EndAsMain(seedTwice), testing::ExitedWithCode(1),
                 "^InitRandom: error: Only one call of InitRandom is allowed !\n$");
 }
 
@@ -83,6 +84,6 @@ TEST(RandomDeathTest, SeedZeroIsTheClock) {
 }
 
 TEST(FatalDeathTest, EndsWithStatusOneAndItsText) {
-    EXPECT_EXIT(ErrorExit("Name: %s %i\n", "fault", 7), testing::ExitedWithCode(1),
-                "^Name: fault 7\n$");
+    EXPECT_EXIT(EndAsMain([] { ErrorExit("Name: %s %i\n", "fault", 7); }),
+                testing::ExitedWithCode(1), "^Name: fault 7\n$");
 }

@@ -1,0 +1,220 @@
+#include "page/page_game.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "config/glob_cfg.h"
+#include "control/command_table.h"
+#include "display/gui_link.h"
+#include "display/terminal_board.h"
+#include "page/page_state.h"
+#include "page/plies.h"
+#include "support/fatal.h"
+#include "support/output.h"
+#include "support/requests.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A line that is answered sooner is not shown as thinking.
+constexpr std::chrono::milliseconds THINK_DELAY(100);
+constexpr int NUM_LAST_WORDS = 10;  // lines
+
+// Takes text over into the log, without the control characters that a file's name or content may
+// bring with it.
+void Log(PageGame& game, std::string_view text) {
+    std::string plain;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '\n' || c == '\t' || (code >= ' ' && code != 127)) {
+            plain += c;
+        }
+    }
+    AddToLog(game.Log, plain);
+    AddToLog(game.NewText, plain);
+}
+
+void LogText(void* context, std::string_view text) {
+    Log(*static_cast<PageGame*>(context), text);
+}
+
+// Copies what a record holds, and not what is left over behind it.
+void CopyPlay(const PlayState& from, PlayState& to) {
+    const auto numPlies = static_cast<std::size_t>(from.Record.LastMove);
+    std::copy_n(from.Record.PositionList.begin(), numPlies + 1, to.Record.PositionList.begin());
+    std::copy_n(from.Record.MoveList.begin(), numPlies, to.Record.MoveList.begin());
+    to.Record.LastMove = from.Record.LastMove;
+    to.CurrentMove = from.CurrentMove;
+    to.SearchDepth = from.SearchDepth;
+    to.ComputerSide = from.ComputerSide;
+    to.QuitFlag = from.QuitFlag;
+    to.HasNewPlies = from.HasNewPlies;
+}
+
+// Puts a game aside whose plies are not all part of the present one any more. What an undo took
+// back and a ply has replaced is not missed.
+void KeepWhatIsReplaced(PageGame& game, int firstNew) {
+    const int lastMove = game.Game.Play.Record.LastMove;
+    const bool isReplaced = firstNew <= game.Told.Record.LastMove;
+    const bool byPly = lastMove == game.Told.CurrentMove + 1 && firstNew >= lastMove;
+    if (game.HasTold && isReplaced && (!byPly || game.WalkedBack)) {
+        PutGameAside(game.Kept, game.Told.HasNewPlies);
+    }
+}
+
+void ShowPrompt(PageGame& game) {
+    if (!game.IsPromptShown) {
+        game.IsPromptShown = true;
+        PrintText(PromptText(game.Game));
+    }
+}
+
+// Tells how the game stands now. It is kept first: what a page shows is never lost.
+void Tell(PageGame& game, GameState state) {
+    const PlayState& play = game.Game.Play;
+    const bool isSameBoard = game.HasTold && game.ToldBoard.XDim == GlobCfg.BoardXDim &&
+                             game.ToldBoard.YDim == GlobCfg.BoardYDim;
+    const int firstNew = isSameBoard ? FirstNewPly(game.Told.Record, play.Record) : 0;
+    KeepWhatIsReplaced(game, firstNew);
+    KeepPlay(game.Kept, play);
+    if (state == GameState::Waiting) {
+        ShowPrompt(game);
+    }
+    PageNews news;
+    news.Log = std::exchange(game.NewText, "");
+    news.HasPlies = !game.HasTold || firstNew <= play.Record.LastMove ||
+                    play.Record.LastMove < game.Told.Record.LastMove;
+    news.FirstPly = firstNew;
+    for (int n = firstNew; n <= play.Record.LastMove; ++n) {
+        news.Plies.push_back(PlyText(play.Record, n));
+    }
+    news.State = StateMessage(ViewOf(play, state));
+    CopyPlay(play, game.Told);
+    game.ToldBoard = GetBoardSettings();
+    game.HasTold = true;
+    if (play.CurrentMove == play.Record.LastMove) {
+        game.WalkedBack = false;
+    }
+    game.Tell(news, state);
+}
+
+GameState StateBehind(const PageGame& game) {
+    return HasComputerTurn(game) ? GameState::Thinking : GameState::Waiting;
+}
+
+// Tells, while a line is carried out that takes long, that the program thinks.
+void ReportThought(void* context, const ThoughtProgress& /*progress*/) {
+    PageGame& game = *static_cast<PageGame*>(context);
+    if (!game.HasToldThinking && Clock::now() - game.BusySince >= THINK_DELAY) {
+        game.HasToldThinking = true;
+        PageNews news;
+        news.Log = std::exchange(game.NewText, "");
+        news.State = StateMessage(ViewOf(game.Told, GameState::Thinking));
+        game.Tell(news, GameState::Thinking);
+    }
+}
+
+void GoBack(PageGame& game, const GlobalConfiguration& settings) {
+    CopyPlay(game.Told, game.Game.Play);
+    const int gui = GlobCfg.Gui;  // the link is as it is
+    const int socket = GlobCfg.GuiSocket;
+    GlobCfg = settings;
+    GlobCfg.Gui = gui;
+    GlobCfg.GuiSocket = socket;
+}
+
+// Does something with the session. When that meets an error, the game stands as before. Answers
+// whether all went well.
+template <typename Work>
+bool DoSafely(PageGame& game, Work work) {
+    const GlobalConfiguration settings = GlobCfg;
+    try {
+        work();
+        return true;
+    } catch (const ProgramEnd&) {
+        GoBack(game, settings);
+    } catch (const std::exception& fault) {
+        GoBack(game, settings);
+        PrintError("Error: %s\n", fault.what());
+    }
+    return false;
+}
+
+bool IsUndo(std::string line) {
+    return (line.starts_with('/') || GlobCfg.GameRunFlag == 0) && GetCommand(line) == COMMAND_UNDO;
+}
+
+// Types one line behind the prompt.
+void TypeText(PageGame& game, const std::string& line) {
+    ShowPrompt(game);
+    game.IsPromptShown = false;
+    Log(game, line + '\n');
+    const PlayState& play = game.Game.Play;
+    const int shownBefore = play.CurrentMove;
+    const bool isUndo = IsUndo(line);
+    DoSafely(game, [&] { TypeLine(game.Game, line); });
+    if (play.CurrentMove < shownBefore && play.CurrentMove < play.Record.LastMove && !isUndo) {
+        game.WalkedBack = true;
+    }
+}
+
+}  // namespace
+
+void CatchOutput(PageGame& game) {
+    PrintedBoards = BoardStyle::Hidden;
+    SetOutputSinks({.Text = LogText, .Error = nullptr, .Context = &game});
+}
+
+void CatchErrors(PageGame& game) {
+    SetOutputSinks({.Text = LogText, .Error = LogText, .Context = &game});
+}
+
+void BeginPageGame(PageGame& game) {
+    game.Game.Report = ReportThought;
+    game.Game.ReportContext = &game;
+    if (GlobCfg.Gui != 0) {
+        OpenGuiLink();
+    }
+    BeginPlay(game.Game);
+    Tell(game, StateBehind(game));
+}
+
+bool HasComputerTurn(const PageGame& game) {
+    return ComputerIsToMove(game.Game);
+}
+
+void PlayPageTurn(PageGame& game) {
+    game.HasToldThinking = true;
+    if (!DoSafely(game, [&] { PlayComputerTurn(game.Game); })) {
+        GlobCfg.GameRunFlag = 0;  // or the same turn would come again for ever
+    }
+    if (!IsRequested(END_REQUESTS)) {
+        Tell(game, StateBehind(game));
+    }
+}
+
+void TypePageLine(PageGame& game, const QueuedLine& line) {
+    DropRequests(HURRY_REQUESTS);  // they were for what came before
+    game.BusySince = Clock::now();
+    game.HasToldThinking = false;
+    const bool isRunning = GlobCfg.GameRunFlag == 1;
+    if (line.Kind == LineKind::Replace && isRunning) {
+        TypeText(game, "/stop");
+    }
+    TypeText(game, line.Kind == LineKind::Move && !isRunning ? "/move " + line.Text : line.Text);
+    if (game.Game.Play.QuitFlag == 0) {
+        Tell(game, StateBehind(game));
+    }
+}
+
+void TellPageEnd(PageGame& game, int exitStatus, const std::string& lastWords) {
+    PageView view = ViewOf(game.Game.Play, GameState::Ended);
+    view.ExitStatus = exitStatus;
+    view.LastWords = lastWords.empty() ? LastLines(game.Log, NUM_LAST_WORDS) : lastWords;
+    PageNews news;
+    news.Log = std::exchange(game.NewText, "");
+    news.State = StateMessage(view);
+    game.Tell(news, GameState::Ended);
+}

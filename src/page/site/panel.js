@@ -1,0 +1,241 @@
+// All around the board: the line on top, the buttons, the settings, the text of the program and
+// the line to type in. What the program prints reaches the page as text and nothing else.
+
+const LEVELS = [0, 250, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000, 500000,
+                1000000];
+const MOST_COLUMNS = 15;
+const MOST_ROWS = 9;
+const MOST_LOG = 200000;  // characters that are kept
+const NOTE_SECONDS = 8;
+const QUIET = 150;        // milliseconds
+
+// Settings and the commands that change them.
+const COMMANDS = {level: '/level', players: '/players', color: '/color',
+                  randomsetup: '/randomsetup', lifestones: '/lifestones'};
+const KEYS = {ArrowLeft: 'back', ArrowRight: 'forward', Home: 'first', End: 'last'};
+
+const named = name => document.getElementById(name);
+const log = named('log');
+const command = named('command');
+
+let send = null;
+let shown = null;         // the last state
+let wanted = null;        // a button that had the focus when it was switched off
+let noteTimer = 0;
+let titleTimer = 0;
+let logLength = 0;
+let logAtEnd = true;      // people have not scrolled away from what is new
+let walkedFrom = null;    // the state that was shown at the last step through the game
+const history = [];
+let place = 0;            // in the history
+
+// `sendMessage(message)` sends to the server; `escape()` is what the Escape key does to the board.
+export function startPanel(sendMessage, escape) {
+    send = sendMessage;
+    addOptions('columns', numbers(MOST_COLUMNS));
+    addOptions('rows', numbers(MOST_ROWS));
+    addOptions('level', LEVELS);
+    document.querySelectorAll('select').forEach(control => control.selectedIndex = -1);
+    // These only tell the server their name.
+    document.querySelectorAll('button[data-plain]').forEach(button =>
+        button.addEventListener('click', () => send({button: button.id})));
+    named('new').addEventListener('click', () => sendStopping('/new'));
+    named('save').addEventListener('click', () => send({line: withName('/save')}));
+    named('load').addEventListener('click', () => sendStopping(withName('/load')));
+    named('boardsize').addEventListener('click', () =>
+        sendStopping(`/boardsize ${named('columns').value} ${named('rows').value}`));
+    Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
+        changeSetting(name)));
+    named('line').addEventListener('submit', typed);
+    log.addEventListener('scroll', () =>
+        logAtEnd = log.scrollHeight - log.scrollTop - log.clientHeight < 40);
+    document.addEventListener('keydown', event => keyDown(event, escape));
+}
+
+export function showPanel(state) {
+    shown = state;
+    named('status').textContent = state.status;
+    showTitle(state.status);
+    const nothing = state.watching && !state.connected;
+    named('dot').className = nothing || state.gameOver ? '' : state.toMove;
+    named('number').textContent = `Move ${state.move} of ${state.lastMove}`;
+    named('white').textContent = state.score.white;
+    named('black').textContent = state.score.black;
+    named('number').hidden = nothing;
+    named('score').hidden = nothing;
+    document.body.toggleAttribute('data-watching', Boolean(state.watching));
+    document.body.toggleAttribute('data-pass', Boolean(state.mustPass));
+    showButtons(state.buttons);
+    showSettings(state.settings);
+    if (state.state === 'ended') {
+        showNote(`Talurex has ended (status ${state.exitStatus}).\n${state.message ?? ''}`, true);
+    } else if (named('note').dataset.lasts === '1') {
+        named('note').hidden = true;
+    }
+}
+
+// The connection is lost; with `refused`, for good.
+export function showLost(refused) {
+    const text = refused ? 'This is not the address that the board printed'
+                         : 'No connection to the board, trying again';
+    named('status').textContent = text;
+    showTitle(text);
+    showButtons({});
+    if (refused) {
+        showNote('Open the address that talurex-board printed when it was started: ' +
+                 'its last part lets you in, and it is another one at each start.', true);
+    }
+}
+
+// The title of the window costs more than all the rest of a move: it waits until things are quiet.
+function showTitle(text) {
+    clearTimeout(titleTimer);
+    titleTimer = setTimeout(() => document.title = `${text} – Talurex`, QUIET);
+}
+
+// Speaks to those who do not see the board; the same text twice would not be spoken.
+export function announce(text) {
+    const region = named('announce');
+    if (text) {
+        region.textContent = text === region.textContent ? `${text}\u00a0` : text;
+    }
+}
+
+// A line across the foot of the board, for a while or until the next state.
+export function showNote(text, lasts) {
+    const note = named('note');
+    note.textContent = text.trim();
+    note.dataset.lasts = lasts ? '1' : '0';
+    note.hidden = false;
+    clearTimeout(noteTimer);
+    if (!lasts) {
+        noteTimer = setTimeout(() => note.hidden = true, NOTE_SECONDS * 1000);
+    }
+}
+
+export function showLog(text, reset) {
+    if (reset) {
+        log.textContent = '';
+        logLength = 0;
+    }
+    log.append(text);
+    logLength += text.length;
+    if (logLength > 1.5 * MOST_LOG) {
+        log.textContent = log.textContent.slice(-MOST_LOG);
+        logLength = MOST_LOG;
+    }
+    if (logAtEnd || reset) {
+        requestAnimationFrame(() => log.scrollTop = log.scrollHeight);
+    }
+}
+
+function numbers(most) {
+    return Array.from({length: most}, (_, i) => i + 1);
+}
+
+function addOptions(name, values) {
+    named(name).append(...values.map(value => new Option(value, value)));
+}
+
+function sendStopping(line) {
+    send({line, stop: true});
+}
+
+function withName(line) {
+    return `${line} ${named('filename').value.trim()}`.trim();
+}
+
+function changeSetting(name) {
+    const control = named(name);
+    delete control.dataset.shown;
+    if (control.value !== '' && control.checkValidity()) {
+        send({line: `${COMMANDS[name]} ${control.value}`});
+    } else {
+        showSettings(shown.settings);
+    }
+}
+
+function showButtons(enabled) {
+    const focused = document.activeElement;
+    for (const button of document.querySelectorAll('.buttons button')) {
+        button.disabled = !enabled[button.id];
+    }
+    named('boardsize').disabled = !enabled.new;
+    document.querySelectorAll('.settings select, .settings input').forEach(control =>
+        control.disabled = !('new' in enabled));
+    named('movenow').textContent = shown?.settings?.players === 0 ? 'Stop' : 'Move now';
+    keepFocus(focused);
+}
+
+// A button that is switched off loses the focus; it gets it back when it can be pressed again.
+function keepFocus(focused) {
+    if (focused?.disabled) {
+        wanted = focused;
+    } else if (wanted !== null && document.activeElement !== document.body) {
+        wanted = null;
+    } else if (wanted !== null && !wanted.disabled) {
+        wanted.focus();
+        wanted = null;
+    }
+}
+
+// Controls follow the program, but not while a person is choosing something else.
+function showSettings(settings) {
+    for (const [name, value] of Object.entries(settings ?? {})) {
+        const control = named(name);
+        if (control === null || control.dataset.shown === String(value)) {
+            continue;
+        }
+        if (name === 'level' && ![...control.options].some(o => Number(o.value) === value)) {
+            control.add(new Option(value, value),
+                        [...control.options].find(o => Number(o.value) > value) ?? null);
+        }
+        control.value = value;
+        control.dataset.shown = value;
+    }
+}
+
+function typed(event) {
+    event.preventDefault();
+    const line = command.value;
+    if (send({line})) {
+        if (line !== '' && line !== history.at(-1)) {
+            history.push(line);
+        }
+        place = history.length;
+        command.value = '';
+    }
+}
+
+// The arrows up and down bring back what was typed before.
+function recall(step) {
+    place = Math.max(0, Math.min(history.length, place + step));
+    command.value = history[place] ?? '';
+}
+
+// A key that is held down takes the next step when the last one is shown.
+function walk(name, repeated) {
+    if (!repeated || walkedFrom !== shown) {
+        walkedFrom = shown;
+        named(name).click();
+    }
+}
+
+function keyDown(event, escape) {
+    if (event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
+        return;
+    }
+    const field = event.target.closest?.('input, select, textarea');
+    if (event.key === 'Escape') {
+        escape();
+        field?.blur();
+    } else if (field === command && (event.key === 'ArrowUp' || event.key === 'ArrowDown')) {
+        event.preventDefault();
+        recall(event.key === 'ArrowUp' ? -1 : 1);
+    } else if (event.key in KEYS && (!field || (field === command && field.value === ''))) {
+        event.preventDefault();
+        walk(KEYS[event.key], event.repeat);
+    } else if (!field && event.key.length === 1 && event.key !== ' ') {
+        command.focus();  // and the key is typed there
+    }
+}
