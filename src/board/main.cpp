@@ -7,12 +7,11 @@
 
 #include <boost/asio/signal_set.hpp>
 
-#include "board/claim.h"
+#include "board/board.h"
 #include "board/open_page.h"
-#include "board/played_board.h"
-#include "board/watched_board.h"
 #include "config/glob_cfg.h"
 #include "control/start_up.h"
+#include "support/claim.h"
 #include "support/fatal.h"
 #include "support/files.h"
 #include "support/output.h"
@@ -110,12 +109,11 @@ void ReadSettings(const Arguments& arguments, PageGame& page, OptionValues& opti
 }
 
 // Ends the board when a signal asks for it, and once more when the next one does.
-template <typename End>
-void AwaitSignals(boost::asio::signal_set& signals, End end) {
-    signals.async_wait([&signals, end](const boost::system::error_code& failed, int) {
+void AwaitSignals(Board& board, boost::asio::signal_set& signals) {
+    signals.async_wait([&](const boost::system::error_code& failed, int) {
         if (!failed) {
-            end();
-            AwaitSignals(signals, end);
+            EndBoard(board);
+            AwaitSignals(board, signals);
         }
     });
 }
@@ -132,56 +130,32 @@ void OpenWeb(WebServer& web, int port) {
     }
 }
 
-// Says where the page is, and runs until the board has ended.
-void ServePages(boost::asio::io_context& context, const WebServer& web, bool open) {
-    const std::string address = "http://127.0.0.1:" + std::to_string(web.Port) + "/#" + web.Token;
-    std::printf("Board: %s\n", address.c_str());
-    std::fflush(stdout);
-    PageOpener opener;
-    if (open && !opener.Open(address)) {
-        std::fputs("talurex-board: the browser could not be opened\n", stderr);
-    }
-    context.run();
-}
-
-int PlayBoard(boost::asio::io_context& context, const Arguments& arguments) {
-    const auto board = std::make_unique<PlayedBoard>(context);
-    PageGame& page = board->Game.Page;
+void BeginPlaying(Board& board, const Arguments& arguments) {
+    PageGame& page = board.Game.Page;
     OptionValues options;
     ReadSettings(arguments, page, options);
     if (options[OPTION_HELP].Given) {
         SetOutputSinks({});
         PrintHelp();
         PrintCommandLineHelp("talurex-board");
-        return 0;
+        throw ProgramEnd{0};
     }
-    OpenWeb(board->Web, arguments.Port);
+    OpenWeb(board.Web, arguments.Port);
     CatchErrors(page);
     BeginKeeping(page.Kept, ClaimName);
-    boost::asio::signal_set signals(context, SIGINT, SIGTERM, SIGHUP);
-    signals.add(SIGQUIT);
-    AwaitSignals(signals, [&board] { EndBoard(*board); });
-    BeginBoard(*board);
-    ServePages(context, board->Web, arguments.Open);
-    return board->Game.ExitStatus;
+    BeginPlaying(board);
 }
 
-int WatchBoard(boost::asio::io_context& context, const Arguments& arguments) {
+void BeginWatching(Board& board, const Arguments& arguments) {
     if (!arguments.ForTalurex.empty()) {
         ExitForArgument(arguments.ForTalurex.front());  // the game is another program's
     }
-    WatchedBoard board(context);
     OpenWeb(board.Web, arguments.Port);
     std::string error;
     if (OpenDisplayListener(board.Display, arguments.WatchPort, error) == 0) {
         ErrorExit("talurex-board: %s\n", error.c_str());
     }
-    boost::asio::signal_set signals(context, SIGINT, SIGTERM, SIGHUP);
-    signals.add(SIGQUIT);
-    AwaitSignals(signals, [&board] { EndWatching(board); });
     BeginWatching(board);
-    ServePages(context, board.Web, arguments.Open);
-    return 0;
 }
 
 int RunBoard(int count, char** texts) {
@@ -191,15 +165,31 @@ int RunBoard(int count, char** texts) {
         return 0;
     }
     boost::asio::io_context context(1);  // goes last of all, with what still waits in it
-    return arguments.Watch ? WatchBoard(context, arguments) : PlayBoard(context, arguments);
+    const auto board = std::make_unique<Board>(context);
+    boost::asio::signal_set signals(context, SIGINT, SIGTERM, SIGHUP);
+    signals.add(SIGQUIT);
+    AwaitSignals(*board, signals);
+    if (arguments.Watch) {
+        BeginWatching(*board, arguments);
+    } else {
+        BeginPlaying(*board, arguments);
+    }
+    const std::string address =
+        "http://127.0.0.1:" + std::to_string(board->Web.Port) + "/#" + board->Web.Token;
+    std::printf("Board: %s\n", address.c_str());
+    std::fflush(stdout);
+    PageOpener opener;
+    if (arguments.Open && !opener.Open(address)) {
+        std::fputs("talurex-board: the browser could not be opened\n", stderr);
+    }
+    context.run();
+    return board->Game.ExitStatus;
 }
 
 }  // namespace
 
 int main(int count, char** texts) {
     EnsureStandardStreams();
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGCHLD, SIG_IGN);  // who opens the browser is not waited for
     try {
         return RunBoard(count, texts);
     } catch (const ProgramEnd& end) {

@@ -1,5 +1,5 @@
-// The way of the page into the user's browser: a file in a folder that only the user can look into,
-// since an address on a command line could be read by all. It goes with this object.
+// The way of the page into the user's browser: a file that only the user can read, since an address
+// on a command line could be read by all. It goes with this object.
 #pragma once
 
 #include <string>
@@ -16,5 +16,5 @@ public:
     bool Open(const std::string& address);
 
 private:
-    std::string folder_;
+    std::string file_;
 };

@@ -6,14 +6,13 @@ namespace {
 
 constexpr Space NO_STONE = {.Height = 0, .Life = 0, .Owner = EMPTY};
 
-// Reads `numbers.size()` decimal numbers, each behind one blank, to the end of the line.
+// Reads as many decimal numbers as there is room for, each behind one blank, to the end of the
+// line.
 template <std::size_t Count>
 bool ReadNumbers(std::string_view text, std::array<int, Count>& numbers) {
     for (int& number : numbers) {
-        if (!text.starts_with(' ') || text.starts_with("  ")) {
-            return false;
-        }
-        const std::optional<int> read = ScanInt(text);
+        const bool isSingleBlank = text.starts_with(' ') && !text.starts_with("  ");
+        const std::optional<int> read = isSingleBlank ? ScanInt(text) : std::nullopt;
         if (!read) {
             return false;
         }
@@ -22,120 +21,114 @@ bool ReadNumbers(std::string_view text, std::array<int, Count>& numbers) {
     return text.empty();
 }
 
-bool IsShown(Place place) {
+bool IsInArray(Place place) {
     return place.Column >= 0 && place.Column < MAX_BOARD_X_DIM && place.Row >= 0 &&
            place.Row < MAX_BOARD_Y_DIM;
 }
 
-bool IsNowhere(Place place) {
-    return place.Column == -1 && place.Row == -1;
+bool IsInArrayOrNowhere(Place place) {
+    return IsInArray(place) || (place.Column == -1 && place.Row == -1);
 }
 
-bool ReadFromTo(std::string_view text, FromTo& step) {
+// The step of an L, N or M line; nothing when it is faulty.
+std::optional<FromTo> ReadStep(std::string_view text) {
     std::array<int, 4> n{};
     if (!ReadNumbers(text, n)) {
+        return {};
+    }
+    return FromTo{{n[0], n[1]}, {n[2], n[3]}};
+}
+
+bool TakeHighlight(std::string_view text, FromTo& highlight) {
+    const std::optional<FromTo> step = ReadStep(text);
+    if (!step || !IsInArrayOrNowhere(step->Source) || !IsInArrayOrNowhere(step->Target)) {
         return false;
     }
-    const FromTo read = {{n[0], n[1]}, {n[2], n[3]}};
-    if ((!IsShown(read.Source) && !IsNowhere(read.Source)) ||
-        (!IsShown(read.Target) && !IsNowhere(read.Target))) {
-        return false;
-    }
-    step = read;
+    highlight = *step;
     return true;
 }
 
-bool IsSpace(const Space& space) {
+// A tower that is not there, or would reach beyond the array, stays where it is: the board then
+// belongs to another game than the move, which may name any numbers.
+bool TakeAnimation(ShownBoard& board, std::string_view text) {
+    const std::optional<FromTo> step = ReadStep(text);
+    if (!step) {
+        return false;
+    }
+    board.Animated = step;
+    const auto [from, to] = *step;
+    if (IsInArray(from) && IsInArray(to)) {
+        Space& source = board.Spaces[from.Column][from.Row];
+        Space& target = board.Spaces[to.Column][to.Row];
+        const int height = source.Height + target.Height;
+        if (source.Height != 0 && height <= MAX_BOARD_SPACES) {
+            const Space tower = {
+                .Height = height, .Life = source.Life | target.Life, .Owner = source.Owner};
+            source = NO_STONE;
+            target = tower;
+        }
+    }
+    return true;
+}
+
+bool CanBe(const Space& space) {
     if (space.Owner == EMPTY) {
-        return space.Height == 0 && space.Life == 0;
+        return space == NO_STONE;
     }
     return space.Owner >= WHITE && space.Owner <= LIFE && space.Height >= 1 &&
            space.Height <= MAX_BOARD_SPACES && (space.Life == 0 || space.Life == 1);
 }
 
-bool TakeSpaceLine(ShownBoard& board, std::string_view text) {
+bool TakeSpace(ShownBoard& board, std::string_view text) {
     std::array<int, 5> n{};
     if (!ReadNumbers(text, n)) {
         return false;
     }
     const Place place = {n[0], n[1]};
     const Space space = {.Height = n[2], .Life = n[4], .Owner = n[3]};
-    if (!IsShown(place) || !IsSpace(space)) {
+    if (!IsInArray(place) || !CanBe(space)) {
         return false;
     }
     board.Spaces[place.Column][place.Row] = space;
-    if (board.NumSpaces == 0) {
-        board.FirstSpace = place;
-    }
     board.LastSpace = place;
-    board.NumSpaces = Min(board.NumSpaces + 1, MAX_BOARD_X_DIM * MAX_BOARD_Y_DIM + 1);
+    board.NumSpaces = Min(board.NumSpaces + 1, MAX_BOARD_SPACES);
     return true;
 }
 
-// A tower that is not there, or would reach beyond the array, stays where it is: the board then
-// belongs to another game than the move.
-void MoveTower(ShownBoard& board, const FromTo& step) {
-    if (!IsShown(step.Source) || !IsShown(step.Target)) {
-        return;
+// Takes the lead and the number behind it off the front of the text. Answers -1 when they are not
+// there.
+int TakeNumber(std::string_view& text, std::string_view lead) {
+    if (!text.starts_with(lead)) {
+        return -1;
     }
-    const Space tower = board.Spaces[step.Source.Column][step.Source.Row];
-    Space& target = board.Spaces[step.Target.Column][step.Target.Row];
-    if (tower.Height == 0 || tower.Height + target.Height > MAX_BOARD_SPACES) {
-        return;
-    }
-    board.Spaces[step.Source.Column][step.Source.Row] = NO_STONE;
-    target = {.Height = target.Height + tower.Height,
-              .Life = target.Life | tower.Life,
-              .Owner = tower.Owner};
+    text.remove_prefix(lead.size());
+    return ScanInt(text).value_or(-1);
 }
 
-// M lines name a target off the array when the display shows another game: any numbers will do.
-bool TakeMoveLine(ShownBoard& board, std::string_view text) {
-    std::array<int, 4> n{};
-    if (!ReadNumbers(text, n)) {
-        return false;
-    }
-    board.Animated = FromTo{{n[0], n[1]}, {n[2], n[3]}};
-    MoveTower(board, *board.Animated);
-    return true;
-}
-
-bool TakeNumber(std::string_view& text, char before, int& number) {
-    if (!text.starts_with(before)) {
-        return false;
-    }
-    std::string_view rest = text.substr(1);
-    const std::optional<int> read = ScanInt(rest);
-    if (!read || *read < 0) {
-        return false;
-    }
-    text = rest;
-    number = *read;
-    return true;
-}
-
-bool TakeStatusLine(ShownBoard& board, std::string_view text) {
-    constexpr std::string_view BEFORE = "Move ";
+bool TakeStatus(ShownBoard& board, std::string_view text) {
     constexpr std::size_t MAX_STATUS_LENGTH = 200;
-    int moveNumber = 0;
-    int lastMove = 0;
-    if (!text.starts_with(BEFORE)) {
+    const int moveNumber = TakeNumber(text, "Move (");
+    const int lastMove = TakeNumber(text, "/");
+    if (moveNumber < 0 || moveNumber > lastMove || lastMove >= GAME_RECORD_SIZE ||
+        !text.starts_with(") ") || text.size() > MAX_STATUS_LENGTH) {
         return false;
     }
-    text.remove_prefix(BEFORE.size());
-    if (!TakeNumber(text, '(', moveNumber) || !TakeNumber(text, '/', lastMove) ||
-        !text.starts_with(") ") || moveNumber > lastMove || text.size() > MAX_STATUS_LENGTH) {
-        return false;
-    }
-    board.OneStep = moveNumber - 1 == board.MoveNumber;
+    board.OneStep = moveNumber == board.MoveNumber + 1;
     board.MoveNumber = moveNumber;
     board.LastMove = lastMove;
     board.Status = text.substr(2);
     return true;
 }
 
-// Empties what lies outside the rectangle of the board.
-void KeepRectangle(ShownBoard& board) {
+// An update with spaces that was not one step forward has named the whole rectangle, the last space
+// at its end.
+void EndUpdate(ShownBoard& board) {
+    board.Begun = false;
+    if (board.NumSpaces == 0 || board.OneStep) {
+        return;
+    }
+    board.Columns = board.LastSpace.Column + 1;
+    board.Rows = board.LastSpace.Row + 1;
     for (int x = 0; x < MAX_BOARD_X_DIM; ++x) {
         for (int y = 0; y < MAX_BOARD_Y_DIM; ++y) {
             if (x >= board.Columns || y >= board.Rows) {
@@ -145,49 +138,25 @@ void KeepRectangle(ShownBoard& board) {
     }
 }
 
-void EndUpdate(ShownBoard& board) {
-    board.Begun = false;
-    const int columns = board.LastSpace.Column + 1;
-    const int rows = board.LastSpace.Row + 1;
-    board.Whole = board.NumSpaces > 0 && !board.OneStep && board.FirstSpace.Column == 0 &&
-                  board.FirstSpace.Row == 0 && board.NumSpaces == columns * rows;
-    if (board.Whole) {
-        board.Columns = columns;
-        board.Rows = rows;
-        KeepRectangle(board);
-    }
-}
-
-void BeginUpdate(ShownBoard& board) {
-    board.Begun = true;
-    board.Whole = false;
-    board.Animated.reset();
-    board.NumSpaces = 0;
-    board.FirstSpace = board.LastSpace = {-1, -1};
-}
-
-bool TakeClearLine(ShownBoard& board, std::string_view text) {
-    if (text.empty()) {
-        board.Spaces = NoStones();
-        board.Columns = board.Rows = 0;  // it is another Talurex
-    }
-    return text.empty();
-}
-
-bool TakeLine(ShownBoard& board, char kind, std::string_view text) {
-    switch (kind) {
+bool TakeLine(ShownBoard& board, std::string_view line) {
+    const std::string_view text = line.substr(1);
+    switch (line.front()) {
     case 'C':
-        return TakeClearLine(board, text);
+        if (text.empty()) {
+            board.Spaces = NoStones();
+            board.Columns = board.Rows = 0;  // it is another Talurex
+        }
+        return text.empty();
     case 'L':
-        return ReadFromTo(text, board.Last);
+        return TakeHighlight(text, board.Last);
     case 'N':
-        return ReadFromTo(text, board.Next);
+        return TakeHighlight(text, board.Next);
     case 'M':
-        return TakeMoveLine(board, text);
+        return TakeAnimation(board, text);
     case 'S':
-        return TakeSpaceLine(board, text);
+        return TakeSpace(board, text);
     case 'T':
-        return TakeStatusLine(board, text);
+        return TakeStatus(board, text);
     default:
         return false;
     }
@@ -211,11 +180,13 @@ DisplayLine TakeDisplayLine(ShownBoard& board, std::string_view line) {
         return DisplayLine::Faulty;
     }
     if (!board.Begun) {
-        BeginUpdate(board);
+        board.Begun = true;
+        board.Animated.reset();
+        board.NumSpaces = 0;
     }
     if (line == "D") {
         EndUpdate(board);
         return DisplayLine::Done;
     }
-    return TakeLine(board, line.front(), line.substr(1)) ? DisplayLine::Taken : DisplayLine::Faulty;
+    return TakeLine(board, line) ? DisplayLine::Taken : DisplayLine::Faulty;
 }

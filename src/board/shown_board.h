@@ -25,12 +25,10 @@ struct ShownBoard {
     FromTo Next;
 
     // How the latest update changed the board.
-    bool Whole = false;              // it sent all spaces
     bool OneStep = false;            // its number is one higher than that of the update before
     std::optional<FromTo> Animated;  // its M line
-    int NumSpaces = 0;               // its S lines
-    Place FirstSpace = {-1, -1};
-    Place LastSpace = {-1, -1};
+    int NumSpaces = 0;               // its S lines, of which the last named the space
+    Place LastSpace;
 
     bool Begun = false;  // an update has begun and is not done
 };

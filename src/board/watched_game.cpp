@@ -68,7 +68,7 @@ FromTo StepOf(const ShownBoard& link) {
     if (link.Animated) {
         return *link.Animated;
     }
-    return link.NumSpaces == 1 ? FromTo{NOWHERE, link.FirstSpace} : FromTo{};
+    return link.NumSpaces == 1 ? FromTo{NOWHERE, link.LastSpace} : FromTo{};
 }
 
 std::string NotationOf(const FromTo& step) {

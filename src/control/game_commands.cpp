@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "config/glob_cfg.h"
+#include "control/evaluation_info.h"
 #include "control/help.h"
 #include "control/human_moves.h"
 #include "display/gui_link.h"
 #include "display/terminal_board.h"
-#include "engine/report.h"
 #include "kernel/search_kernel.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
@@ -197,8 +197,7 @@ void DoEvaluate(const std::string& argument, const Session& session) {
         PrintUsageError(COMMAND_EVALUATE);
         return;
     }
-    const ThoughtWatch watch = WatchOf(session);
-    GetEvaluationInfo(ShownPosition(session.Play), mode, number, &watch);
+    GetEvaluationInfo(ShownPosition(session.Play), mode, number, WatchOf(session));
 }
 
 void DoMoveCommand(const std::string& argument, PlayState& state) {

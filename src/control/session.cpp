@@ -1,6 +1,7 @@
 #include "control/session.h"
 
 #include "control/command_table.h"
+#include "control/evaluation_info.h"
 #include "control/game_commands.h"
 #include "control/interpreter.h"
 #include "display/gui_link.h"
@@ -66,19 +67,21 @@ bool PlayComputerPly(Session& session) {
         return false;
     }
     FlushOutput();  // who reads a pipe sees each move as it is made, and not behind the answer
-    SearchEffort effort = {.Depth = play.SearchDepth,
-                           .Budget = SearchBudget(GlobCfg.ComputerLevel)};
+    const SearchEffort effort = {.Depth = play.SearchDepth,
+                                 .Budget = SearchBudget(GlobCfg.ComputerLevel)};
     const ThoughtWatch watch = WatchOf(session);
     // Aside, for the record may go on behind this turn, and the program may end before it does.
     Position next;
     Move move = play.Record.MoveList[n];
     std::string message;
+    Thought thought;
     DoComputerMove(play.Record.PositionList[n], effort, session.Weights, &watch, next, message,
-                   move);
+                   move, thought);
     if (IsRequested(END_REQUESTS)) {
         return false;
     }
-    play.SearchDepth = effort.Depth;
+    PrintCutOff(play.Record.PositionList[n], thought.Search);
+    play.SearchDepth = thought.Depth;
     play.Record.PositionList[n + 1] = next;
     play.Record.MoveList[n] = move;
     PrintText(message);

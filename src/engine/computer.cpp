@@ -5,10 +5,12 @@
 #include "rules/notation.h"
 #include "rules/setup.h"
 #include "support/fatal.h"
+#include "support/random.h"
 
-Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                      const ThoughtWatch* watch, Position& next, Move& move) {
+Turn MakeComputerTurn(Position& position, const SearchEffort& effort, const EvalWeights& weights,
+                      const ThoughtWatch* watch, Position& next, Move& move, Thought& thought) {
     EvalCount = 0;
+    thought = {.Search = {}, .Depth = effort.Depth};
     const bool hasChoice = GetNumMoves(position) > 0;
     if (position.SetupPhase != 0) {
         if (!hasChoice) {
@@ -22,17 +24,23 @@ Turn MakeComputerTurn(Position& position, SearchEffort& effort, const EvalWeight
         DoPass(position, next);
         return Turn::Pass;
     }
-    const Thought thought = Think(position, effort, weights, watch);
-    effort.Depth = thought.Depth;
-    move = thought.BestMove;
+    thought = Think(position, effort, weights, watch);
+    AccountFor(thought);
+    const SearchResult& found = thought.Search;
+    if (thought.Depth > 0) {
+        position.Value = found.BestValue;
+    }
+    position.ExactValue = found.IsExact ? 1 : 0;
+    move = found.BestMove;
     DoMove(position, move, next);
-    next.Value = thought.Value;
+    next.Value = found.Value;
     return Turn::TowerMove;
 }
 
-int DoComputerMove(Position& position, SearchEffort& effort, const EvalWeights& weights,
-                   const ThoughtWatch* watch, Position& next, std::string& message, Move& move) {
-    switch (MakeComputerTurn(position, effort, weights, watch, next, move)) {
+int DoComputerMove(Position& position, const SearchEffort& effort, const EvalWeights& weights,
+                   const ThoughtWatch* watch, Position& next, std::string& message, Move& move,
+                   Thought& thought) {
+    switch (MakeComputerTurn(position, effort, weights, watch, next, move, thought)) {
     case Turn::Placement:
         message = "Talurex does setup move: (" + GetMoveString(move, position) + ")\n";
         break;

@@ -30,6 +30,12 @@ int EvaluatePosition(Position& position, const EvalWeights& weights) {
     return position.EndPosition;
 }
 
+void AccountFor(const Thought& thought) {
+    EvalCount = 0;
+    CountEvaluations(thought.Search.NumEvaluations);
+    SkipRandom(thought.NumDraws);
+}
+
 void CountEvaluations(std::int64_t number) {
     const std::int64_t sum = EvalCount + number;
     EvalCount = static_cast<int>(sum < INT_HIGHEST ? sum : INT_HIGHEST);

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <span>
 
-#include "kernel/move_order.h"
+#include "kernel/bounds.h"
 #include "support/fatal.h"
 #include "support/numbers.h"
 #include "support/output.h"

@@ -4,7 +4,6 @@
 #include <cstdarg>
 
 #include "engine/computer.h"
-#include "engine/evaluation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 #include "support/numbers.h"
@@ -87,19 +86,21 @@ int PlayGame(const ABWeightPair& players, int beginner, const Position& start, i
     Position position = start;
     Position next;
     Move move;
+    Thought thought;
     int player = beginner;
     while (!IsEndPosition(position)) {
-        SearchEffort effort = {.Depth = depth};
-        MakeComputerTurn(position, effort, players[player], nullptr, next, move);
+        MakeComputerTurn(position, {.Depth = depth}, players[player], nullptr, next, move, thought);
         // The side that makes the last placement may also make the first move.
         if (next.ActivePlayer != position.ActivePlayer) {
             player = 1 - player;
         }
         position = next;
     }
-    position.ActivePlayer = WHITE;
-    EvaluatePosition(position, players[player]);  // whose weights do not matter: stones are counted
-    return static_cast<int>(position.Value) / 1000;
+    int white = 0;
+    int black = 0;
+    GetScore(position, white, black);
+    SkipRandom(1);  // as the evaluation of the end position would
+    return white - black;
 }
 
 // Takes in a game that ended with the given lead of the beginner.

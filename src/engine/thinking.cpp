@@ -1,89 +1,87 @@
 #include "engine/thinking.h"
 
-#include <chrono>
-
-#include "engine/evaluation.h"
-#include "engine/search.h"
+#include <utility>
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-struct Watched {
-    const ThoughtWatch* Watch = nullptr;
-    const Position* Board = nullptr;
+// A thought under way, as its watch is told of it.
+struct UnderWay {
+    const Position& Board;
+    const EvalWeights& Weights;
+    const ThoughtWatch* Watch;
     const Thought* Standing = nullptr;
     int Depth = 0;
-    Clock::time_point Began;
+    Clock::time_point Began = Clock::now();
+    std::int64_t NumDraws = 0;
 };
 
-void Tell(const Watched& watched, const SearchProgress& search, bool isOver) {
-    if (watched.Watch != nullptr && watched.Watch->Report != nullptr) {
-        watched.Watch->Report(
-            watched.Watch->Context,
-            {*watched.Board, watched.Standing, watched.Depth, watched.Began, search, isOver});
+void Tell(const UnderWay& thought, const SearchProgress& search, bool isOver) {
+    thought.Watch->Report(thought.Watch->Context, {.Board = thought.Board,
+                                                   .Standing = thought.Standing,
+                                                   .Depth = thought.Depth,
+                                                   .Began = thought.Began,
+                                                   .Search = search,
+                                                   .IsOver = isOver});
+}
+
+void TellProgress(void* context, const SearchProgress& search) {
+    Tell(*static_cast<const UnderWay*>(context), search, false);
+}
+
+SearchResult SearchTo(int depth, UnderWay& thought) {
+    thought.Depth = depth;
+    const ThoughtWatch* watch = thought.Watch;
+    SearchResult found;
+    if (watch == nullptr) {
+        found = SearchPosition(thought.Board, depth, thought.Weights, nullptr);
+    } else {
+        const SearchWatch searchWatch = {.StopFlag = watch->StopFlag,
+                                         .Report =
+                                             watch->Report != nullptr ? TellProgress : nullptr,
+                                         .Context = &thought};
+        found = SearchPosition(thought.Board, depth, thought.Weights, &searchWatch);
+        if (watch->Report != nullptr) {
+            Tell(thought, {}, true);
+        }
     }
-}
-
-void Relay(void* context, const SearchProgress& search) {
-    Tell(*static_cast<Watched*>(context), search, false);
-}
-
-// One search of the thought. Notes in EvalCount what it cost.
-SearchResult SearchTo(int depth, Position& position, const EvalWeights& weights, Watched& watched,
-                      bool canStop) {
-    EvalCount = 0;
-    watched.Board = &position;
-    watched.Depth = depth;
-    static const std::atomic<int> never = 0;
-    const SearchWatch watch = {.StopFlag =
-                                   watched.Watch != nullptr ? watched.Watch->StopFlag : never,
-                               .Report = Relay,
-                               .Context = &watched};
-    const SearchResult found = SearchPosition(
-        position, depth, weights, canStop && watched.Watch != nullptr ? &watch : nullptr);
-    Tell(watched, {}, true);
-    position.ExactValue = found.IsExact ? 1 : 0;
+    thought.NumDraws += found.NumEvaluations;
     return found;
 }
 
-Thought ThoughtOf(const SearchResult& found, int depth) {
-    return {.Value = found.Value,
-            .BestMove = found.BestMove,
-            .Depth = depth,
-            .IsExact = found.IsExact,
-            .IsFinished = !found.WasStopped};
+// The first search of the thought, or what can be had of one that was stopped.
+Thought BeginThought(int depth, UnderWay& thought) {
+    SearchResult found = SearchTo(depth, thought);
+    if (!found.WasStopped || found.HasMove) {
+        return {.Search = found, .Depth = depth, .IsFinished = !found.WasStopped};
+    }
+    thought.Watch = nullptr;  // a search of depth 0 is over at once
+    return {.Search = SearchTo(0, thought), .Depth = 0, .IsFinished = false};
 }
 
 // True when a search of this cost and result asks for one that goes a ply deeper.
 bool GoesDeeper(const Thought& thought, int budget) {
-    return EvalCount >= 1 && EvalCount < budget && thought.Depth < MAX_SEARCH_DEPTH &&
-           !thought.IsExact;
+    const SearchResult& search = thought.Search;
+    return search.NumEvaluations >= 1 && search.NumEvaluations < budget &&
+           thought.Depth < MAX_SEARCH_DEPTH && !search.IsExact;
 }
 
 }  // namespace
 
-Thought Think(Position& position, const SearchEffort& effort, const EvalWeights& weights,
+Thought Think(const Position& position, const SearchEffort& effort, const EvalWeights& weights,
               const ThoughtWatch* watch) {
-    Watched watched = {.Watch = watch, .Began = Clock::now()};
-    SearchResult found = SearchTo(effort.Depth, position, weights, watched, true);
-    Thought thought = ThoughtOf(found, effort.Depth);
-    if (found.WasStopped && !found.HasMove) {
-        found = SearchTo(0, position, weights, watched, false);
-        thought = ThoughtOf(found, 0);
-        thought.IsFinished = false;
-    }
-    watched.Standing = &thought;
+    UnderWay underWay = {.Board = position, .Weights = weights, .Watch = watch};
+    Thought thought = BeginThought(effort.Depth, underWay);
+    underWay.Standing = &thought;
     while (thought.IsFinished && GoesDeeper(thought, effort.Budget)) {
-        const Position before = position;
-        const int cost = EvalCount;
-        found = SearchTo(thought.Depth + 1, position, weights, watched, true);
+        const SearchResult found = SearchTo(thought.Depth + 1, underWay);
         if (found.WasStopped) {
-            position = before;
-            EvalCount = cost;
             break;
         }
-        thought = ThoughtOf(found, thought.Depth + 1);
+        thought.Search = found;
+        ++thought.Depth;
     }
+    thought.NumDraws = underWay.NumDraws;
     return thought;
 }

@@ -1,10 +1,7 @@
-// The order in which the search tries the moves of a node, and the values that bound it.
+// The order in which the search tries the moves of a node. Five of them are sorted, and no more:
+// the number of evaluations, and with it the random numbers that a game draws, depends on the
+// order, and people and programs rely on both.
 #pragma once
-
-// The best value of a node before its first move, and the value of a node that was cut off.
-inline constexpr double LOW_INIT_VALUE = -999999999.0;
-// The open bound: no value reaches it, unless the weights are beyond all reason.
-inline constexpr double HIGH_INIT_VALUE = 999999999.0;
 
 // Fills `order` with a permutation of the indices 0 to count - 1: first the (up to) five with the
 // lowest values, in ascending order, equal ones in the order of their indices; then the others.

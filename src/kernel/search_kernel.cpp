@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 
+#include "kernel/bounds.h"
 #include "kernel/lifting.h"
 #include "kernel/move_order.h"
 #include "kernel/search_table.h"
@@ -136,6 +137,7 @@ struct Search {
     double RandomWeight;
     int RootDepth;
     const SearchWatch* Watch;
+    RandomGenerator Chance;
     std::int64_t NumEvaluations = 0;
     bool IsExact = true;     // no line has ended but in an end position
     bool IsStopped = false;  // the search unwinds, and what its nodes answer means nothing
@@ -149,7 +151,7 @@ struct Search {
     // The static value of a position for its side to move. With chance at work this draws, and so
     // must be asked for every evaluation once, when it is counted.
     double StaticValue(const SearchBoard<Set>& board) {
-        const double randomTerm = HasChance() ? RandomWeight * RandomReal() : 0.0;
+        const double randomTerm = HasChance() ? RandomWeight * RandomReal(Chance) : 0.0;
         const Tallies tallies = CountTallies(Tables.Shape, board, Tables.Worths.WithEnemies);
         return ValueFor(board.ActivePlayer, WeightedSum(tallies, Weights) + randomTerm);
     }
@@ -161,7 +163,7 @@ struct Search {
             return StaticValue(MakeChild(Tables.Shape, board, way.Source, way.Target, dead));
         }
         if (HasChance()) {
-            SkipRandom(1);
+            SkipRandom(Chance, 1);
         }
         const int lead = StoneLeadBehind(board, way.Source, way.Target, dead);
         return ValueFor(OtherColor(board.ActivePlayer), FinalValue(lead));
@@ -495,7 +497,8 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     const TallyWeights ordered = OrderWeights(weights);
     const Context<Set> context = {shape,
                                   MakeWorthTable(ordered, shape.NumSpaces, CountStones(board))};
-    Search<Set> search = {context, workspace, ordered, weights.Random, depth, watch};
+    Search<Set> search = {context, workspace, ordered,        weights.Random,
+                          depth,   watch,     PresentRandom()};
     const BestSoFar best =
         search.SearchMoves(board, WorthOfBoard(context, board), depth, HIGH_INIT_VALUE);
     result.Value = best.Result();
@@ -508,7 +511,6 @@ KernelResult SearchOn(const Position& position, int depth, const EvalWeights& we
     result.NumMoves = search.Progress.NumMoves;
     result.IsExact = search.IsExact && !search.IsStopped;
     result.NumEvaluations = search.NumEvaluations;
-    result.NumDraws = search.HasChance() ? 0 : search.NumEvaluations;
     return result;
 }
 

@@ -30,8 +30,9 @@ struct KernelResult {
     Move BestMove;               // means nothing unless BestValue is above LOW_INIT_VALUE
     int NumMoves = 0;            // moves of the position; 0 when they were not counted
     bool IsExact = false;        // every line ended in an end position
-    std::int64_t NumEvaluations = 0;  // counted evaluations
-    std::int64_t NumDraws = 0;  // random numbers that the caller must draw to make up for them
+    // Counted evaluations. Each stands for one random number, which the caller has to skip; the
+    // search draws those that it needs from a copy of the process-wide generator.
+    std::int64_t NumEvaluations = 0;
 };
 
 // How far a search has come.

@@ -8,6 +8,7 @@
 #include "control/command_table.h"
 #include "display/gui_link.h"
 #include "display/terminal_board.h"
+#include "gamefiles/saved_game.h"
 #include "page/page_state.h"
 #include "page/plies.h"
 #include "support/fatal.h"
@@ -64,6 +65,19 @@ void KeepWhatIsReplaced(PageGame& game, int firstNew) {
     }
 }
 
+// Writes a game that has plies of its own, with how it is played in a comment behind it, for
+// whoever goes on with it: readers of saved games read nothing behind the end.
+void KeepPlay(PageGame& game) {
+    const PlayState& play = game.Game.Play;
+    if (play.HasNewPlies || !game.Kept.Text.empty()) {
+        const std::string human = play.ComputerSide == BLACK ? "white" : "black";
+        KeepText(game.Kept, SavedGameText(play.Record) + "# Board: people " +
+                                std::to_string(GlobCfg.NumHumanPlayers) + ", color " + human +
+                                ", level " + std::to_string(GlobCfg.ComputerLevel) + ", move " +
+                                std::to_string(play.CurrentMove) + '\n');
+    }
+}
+
 void ShowPrompt(PageGame& game) {
     if (!game.IsPromptShown) {
         game.IsPromptShown = true;
@@ -78,7 +92,7 @@ void Tell(PageGame& game, GameState state) {
                              game.ToldBoard.YDim == GlobCfg.BoardYDim;
     const int firstNew = isSameBoard ? FirstNewPly(game.Told.Record, play.Record) : 0;
     KeepWhatIsReplaced(game, firstNew);
-    KeepPlay(game.Kept, play);
+    KeepPlay(game);
     if (state == GameState::Waiting) {
         ShowPrompt(game);
     }

@@ -8,7 +8,7 @@
 
 #include "config/board_settings.h"
 #include "control/session.h"
-#include "page/kept_game.h"
+#include "gamefiles/kept_game.h"
 #include "page/line_queue.h"
 #include "page/page_news.h"
 #include "page/page_view.h"

@@ -13,8 +13,7 @@ bool NoInit = false;  // true once the generator is seeded: no other InitRandom 
 
 // The generator is an additive feedback register: every number is the sum, modulo 2^32, of the one
 // 3 places before it and the one 31 places before it, and what is drawn are its upper 31 bits.
-// Numbers are made by whole rounds of 31.
-constexpr int LENGTH = 31;
+constexpr int LENGTH = RandomGenerator::LENGTH;
 constexpr int LAG = 3;
 using Round = std::array<std::uint32_t, LENGTH>;
 
@@ -24,14 +23,9 @@ void MakeNextRound(Round& round) {
     }
 }
 
-struct Generator {
-    Round Numbers{};
-    int NumDrawn = LENGTH;  // how many of the round are drawn
-};
-
 // The first round comes from a generator of its own (a product modulo 2^31 - 1), and the numbers
 // behind it have to mix before the first is drawn.
-Generator Seeded(unsigned seed) {
+RandomGenerator Seeded(unsigned seed) {
     constexpr std::int64_t FACTOR = 16807;
     constexpr std::int64_t MODULUS = 2147483647;
     constexpr int NUM_MIXED = 10 * LENGTH;
@@ -49,7 +43,7 @@ Generator Seeded(unsigned seed) {
     return {first, LENGTH};
 }
 
-Generator Chance = Seeded(1);  // as `rand` begins when nobody has seeded it
+RandomGenerator Chance = Seeded(1);  // as `rand` begins when nobody has seeded it
 
 // A number far on is a sum of multiples of the present round's: the multiples for the number `n`
 // places behind the first are the coefficients of x^n modulo x^31 - x^28 - 1, the lowest first.
@@ -118,6 +112,14 @@ Round RoundBehind(const Round& round, std::uint64_t n) {
     return sums;
 }
 
+int Draw(RandomGenerator& generator) {
+    if (generator.NumDrawn == LENGTH) {
+        MakeNextRound(generator.Numbers);
+        generator.NumDrawn = 0;
+    }
+    return static_cast<int>(generator.Numbers[generator.NumDrawn++] >> 1);
+}
+
 }  // namespace
 
 void InitRandom(int seed) {
@@ -140,12 +142,12 @@ void SeedRandom(unsigned seed) {
     Chance = Seeded(seed);
 }
 
+const RandomGenerator& PresentRandom() {
+    return Chance;
+}
+
 int DrawRandom() {
-    if (Chance.NumDrawn == LENGTH) {
-        MakeNextRound(Chance.Numbers);
-        Chance.NumDrawn = 0;
-    }
-    return static_cast<int>(Chance.Numbers[Chance.NumDrawn++] >> 1);
+    return Draw(Chance);
 }
 
 int RandomInt(int n) {
@@ -154,19 +156,27 @@ int RandomInt(int n) {
 }
 
 double RandomReal() {
-    return DrawRandom() / 2147483647.0;
+    return RandomReal(Chance);
+}
+
+double RandomReal(RandomGenerator& generator) {
+    return Draw(generator) / 2147483647.0;
 }
 
 void SkipRandom(std::int64_t count) {
+    SkipRandom(Chance, count);
+}
+
+void SkipRandom(RandomGenerator& generator, std::int64_t count) {
     // Fewer are quicker made than skipped.
     constexpr std::uint64_t LEAST_SKIP = 10000;
-    std::uint64_t behind = static_cast<std::uint64_t>(Chance.NumDrawn) + count;
+    std::uint64_t behind = static_cast<std::uint64_t>(generator.NumDrawn) + count;
     if (behind >= LEAST_SKIP) {
-        Chance = {RoundBehind(Chance.Numbers, behind), 0};
+        generator = {RoundBehind(generator.Numbers, behind), 0};
         return;
     }
     for (; behind > LENGTH; behind -= LENGTH) {
-        MakeNextRound(Chance.Numbers);
+        MakeNextRound(generator.Numbers);
     }
-    Chance.NumDrawn = static_cast<int>(behind);
+    generator.NumDrawn = static_cast<int>(behind);
 }

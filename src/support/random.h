@@ -3,7 +3,18 @@
 // computing.
 #pragma once
 
+#include <array>
 #include <cstdint>
+
+// Where a sequence of numbers stands. A copy of it goes on by itself.
+struct RandomGenerator {
+    static constexpr int LENGTH = 31;  // numbers are made by whole rounds of so many
+    std::array<std::uint32_t, LENGTH> Numbers{};
+    int NumDrawn = LENGTH;  // how many of the round are drawn
+};
+
+// The process-wide generator, to draw from a copy what it would draw next.
+[[nodiscard]] const RandomGenerator& PresentRandom();
 
 // Seeds the generator. A positive seed gives a repeatable run; 0 or less takes the seed from the
 // clock. To be called exactly once: a second call ends the program, and so does a failing clock.
@@ -23,3 +34,7 @@ void SeedRandom(unsigned seed);
 
 // Draws `count` numbers that nobody needs to know. However many they are, it takes microseconds.
 void SkipRandom(std::int64_t count);
+
+// The same from a generator of one's own.
+[[nodiscard]] double RandomReal(RandomGenerator& generator);
+void SkipRandom(RandomGenerator& generator, std::int64_t count);

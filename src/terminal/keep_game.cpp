@@ -1,7 +1,7 @@
 #include "terminal/keep_game.h"
 
 #include "display/gui_link.h"
-#include "gamefiles/kept_texts.h"
+#include "gamefiles/kept_game.h"
 #include "gamefiles/saved_game.h"
 #include "support/fatal.h"
 #include "support/output.h"
@@ -23,13 +23,8 @@ Outcome Save(PlayState& play) {
 }
 
 void SayWhatBecame(Outcome outcome) {
-    switch (outcome) {
-    case Outcome::NothingToKeep:
-        return;
-    case Outcome::Saved:
-        return PrintError(GAME_IS_KEPT, KEPT_GAME_NAME);
-    case Outcome::NotSaved:
-        return PrintError(GAME_IS_NOT_KEPT);
+    if (outcome != Outcome::NothingToKeep) {
+        SayWhetherKept(outcome == Outcome::Saved, KEPT_GAME_NAME);
     }
 }
 

@@ -36,7 +36,7 @@ std::string ProgressText(const ThoughtProgress& progress) {
                        std::to_string(search.NumFinished) + '/' + std::to_string(search.NumMoves) +
                        ", " + std::to_string(search.NumEvaluations) + " positions";
     if (progress.Standing != nullptr) {
-        text += ", best " + GetMoveString(progress.Standing->BestMove, progress.Board);
+        text += ", best " + GetMoveString(progress.Standing->Search.BestMove, progress.Board);
     } else if (search.HasMove) {
         text += ", best " + GetMoveString(search.BestMove, progress.Board);
     }

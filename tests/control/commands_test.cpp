@@ -5,6 +5,7 @@
 
 #include "common/board_text.h"
 #include "common/captured.h"
+#include "control/evaluation_info.h"
 #include "control/interpreter.h"
 #include "rules/setup.h"
 
@@ -27,6 +28,27 @@ TEST(Commands, FullRecordTakesNoMove) {
     type("back");
     type("move p");
     EXPECT_EQ(state->CurrentMove, GAME_RECORD_SIZE - 1);
+}
+
+// Weights beyond all reason make a value that reaches the open bound: that of the one move of
+// White's behind A-B and Black's pass.
+TEST(Commands, SayThatAValueReachesTheBound) {
+    const BoardText board = ReadBoardText("row 6 1 white : w1 w1 r b3 . .");
+    UseBoard(board);
+    EvalWeights weights;
+    weights.Moves[1][0] = 1e9;
+    const auto sayWithDepth = [&](int depth) {
+        return StdoutOf([&] {
+            PrintCutOff(board.Board, SearchPosition(board.Board, depth, weights, nullptr));
+        });
+    };
+    const std::string said = sayWithDepth(1);
+    EXPECT_TRUE(said.starts_with("Error: ToplevelFlag=TRUE && ABOrt!!!\n"
+                                 "BAD RET VALUE: LOW_INIT_VALUE && TOPLEVELFLAG=TRUE\n"
+                                 "Value:1000000000.000000, BestValue:-999999999.000000, "
+                                 "NumMoves:3, Treshold:999999999.000000\nWHITE is moving"))
+        << said;
+    EXPECT_EQ(sayWithDepth(0), "");
 }
 
 TEST(CommandsDeathTest, BrokenCallersEndTheProcess) {

@@ -1,12 +1,11 @@
-#include "page/kept_game.h"
+#include "gamefiles/kept_game.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 
-#include "config/glob_cfg.h"
-#include "gamefiles/kept_texts.h"
+#include "config/board_settings.h"
 #include "gamefiles/saved_game.h"
 #include "support/fatal.h"
 #include "support/file_replace.h"
@@ -83,15 +82,6 @@ bool TakeName(const std::string& name, const std::function<bool(const std::strin
     return !Exists(name) || (HoldsGame(name) && BecomePrevious(name));
 }
 
-// How the game is played, for whoever goes on with it. Readers of saved games skip comments, and
-// read nothing behind the end of the game.
-std::string CommentLine(const PlayState& play) {
-    return "# Board: people " + std::to_string(GlobCfg.NumHumanPlayers) + ", color " +
-           (play.ComputerSide == BLACK ? "white" : "black") + ", level " +
-           std::to_string(GlobCfg.ComputerLevel) + ", move " + std::to_string(play.CurrentMove) +
-           '\n';
-}
-
 }  // namespace
 
 void BeginKeeping(KeptGame& kept, const std::function<bool(const std::string& name)>& claim) {
@@ -104,16 +94,12 @@ void BeginKeeping(KeptGame& kept, const std::function<bool(const std::string& na
     }
 }
 
-void KeepPlay(KeptGame& kept, const PlayState& play) {
-    if (kept.File.empty() || (kept.Text.empty() && !play.HasNewPlies)) {
-        kept.IsUpToDate = false;
-        return;
-    }
-    std::string text = SavedGameText(play.Record) + CommentLine(play);
-    kept.IsUpToDate = text == kept.Text ||
-                      FileReplace(kept.File, text, Durability::InMemory) == FileReplaced::Done;
+void KeepText(KeptGame& kept, const std::string& text) {
+    kept.IsUpToDate = !kept.File.empty() &&
+                      (text == kept.Text ||
+                       FileReplace(kept.File, text, Durability::InMemory) == FileReplaced::Done);
     if (kept.IsUpToDate) {
-        kept.Text = std::move(text);
+        kept.Text = text;
     }
 }
 
@@ -130,5 +116,13 @@ void PutGameAside(KeptGame& kept, bool hasNewPlies) {
         std::remove(kept.File.c_str());
     } else if (!BecomePrevious(kept.File)) {
         kept.File.clear();  // rather than write over a game
+    }
+}
+
+void SayWhetherKept(bool isKept, const std::string& name) {
+    if (isKept) {
+        PrintError("The game is kept: /stop, /load %s and /cont go on with it.\n", name.c_str());
+    } else {
+        PrintError("The game could not be kept!\n");
     }
 }

@@ -1,4 +1,4 @@
-#include "board/claim.h"
+#include "support/claim.h"
 
 #include <cstddef>
 #include <cstring>
@@ -15,7 +15,7 @@ bool ClaimName(const std::string& name) {
     if (stat(".", &folder) != 0) {
         return false;
     }
-    const std::string claim = "talurex-board-" + std::to_string(folder.st_dev) + '-' +
+    const std::string claim = "talurex-" + std::to_string(folder.st_dev) + '-' +
                               std::to_string(folder.st_ino) + '-' + name;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
