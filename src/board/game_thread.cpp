@@ -23,13 +23,13 @@ void HandOver(GameThread& game, const PageNews& news, GameState state) {
 }
 
 // The next line, or nothing when the thread is to end.
-std::optional<QueuedLine> AwaitLine(GameThread& game) {
+std::optional<PageRequest> AwaitLine(GameThread& game) {
     std::unique_lock lock(game.Mutex);
     game.Changed.wait(lock, [&] { return game.IsEnding || !game.Queue.Lines.empty(); });
     if (game.IsEnding) {
         return {};
     }
-    QueuedLine line = std::move(game.Queue.Lines.front());
+    PageRequest line = std::move(game.Queue.Lines.front());
     game.Queue.Lines.pop_front();
     return line;
 }
@@ -40,7 +40,7 @@ bool Play(GameThread& game) {
     while (!IsRequested(END_REQUESTS)) {
         if (HasComputerTurn(game.Page)) {
             PlayPageTurn(game.Page);
-        } else if (const std::optional<QueuedLine> line = AwaitLine(game)) {
+        } else if (const std::optional<PageRequest> line = AwaitLine(game)) {
             TypePageLine(game.Page, *line);
         }
         if (game.Page.Game.Play.QuitFlag != 0) {

@@ -5,7 +5,7 @@
 
 #include "board/shown_board.h"
 #include "page/page_news.h"
-#include "page/page_view.h"
+#include "page/page_state.h"
 
 struct WatchedGame {
     ShownBoard Link;  // what the display was told

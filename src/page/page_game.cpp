@@ -209,15 +209,15 @@ void PlayPageTurn(PageGame& game) {
     }
 }
 
-void TypePageLine(PageGame& game, const QueuedLine& line) {
+void TypePageLine(PageGame& game, const PageRequest& line) {
     DropRequests(HURRY_REQUESTS);  // they were for what came before
     game.BusySince = Clock::now();
     game.HasToldThinking = false;
     const bool isRunning = GlobCfg.GameRunFlag == 1;
-    if (line.Kind == LineKind::Replace && isRunning) {
+    if (line.Kind == RequestKind::Replace && isRunning) {
         TypeText(game, "/stop");
     }
-    TypeText(game, line.Kind == LineKind::Move && !isRunning ? "/move " + line.Text : line.Text);
+    TypeText(game, line.Kind == RequestKind::Move && !isRunning ? "/move " + line.Text : line.Text);
     if (game.Game.Play.QuitFlag == 0) {
         Tell(game, StateBehind(game));
     }

@@ -9,9 +9,9 @@
 #include "config/board_settings.h"
 #include "control/session.h"
 #include "gamefiles/kept_game.h"
-#include "page/line_queue.h"
 #include "page/page_news.h"
-#include "page/page_view.h"
+#include "page/page_request.h"
+#include "page/page_state.h"
 
 struct PageGame {
     Session Game;
@@ -47,7 +47,7 @@ void BeginPageGame(PageGame& game);
 void PlayPageTurn(PageGame& game);
 
 // Carries out a line.
-void TypePageLine(PageGame& game, const QueuedLine& line);
+void TypePageLine(PageGame& game, const PageRequest& line);
 
 // Tells that the game is ended, with the last that was printed or another last word.
 void TellPageEnd(PageGame& game, int exitStatus, const std::string& lastWords);

@@ -1,10 +1,13 @@
 #include "page/page_request.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include <nlohmann/json.hpp>
 
+#include "control/session.h"
 #include "page/buttons.h"
+#include "support/requests.h"
 
 namespace {
 
@@ -34,6 +37,34 @@ PageRequest ButtonRequest(std::string_view name) {
     return {};
 }
 
+constexpr std::size_t MAX_QUEUED_LINES = 32;
+
+// The control characters of ASCII, and those that UTF-8 writes in two bytes.
+bool HoldsControlCharacter(std::string_view line) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const auto c = static_cast<unsigned char>(line[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < line.size() ? line[i + 1] : ' ');
+        if (c < ' ' || c == 127 || (c == 0xC2 && next >= 0x80 && next < 0xA0)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Why the line cannot be typed; empty when it can.
+std::string RefusalOf(const LineQueue& queue, const PageRequest& line) {
+    if (line.Text.size() > MAX_TYPED_LENGTH) {
+        return "The line is too long: " + std::to_string(MAX_TYPED_LENGTH) + " characters at most.";
+    }
+    if (HoldsControlCharacter(line.Text)) {
+        return "The line holds a control character.";
+    }
+    if (line.Kind == RequestKind::Move && !queue.IsWaiting) {
+        return "It is not the moment for a move.";
+    }
+    return queue.Lines.size() < MAX_QUEUED_LINES ? "" : "Too many lines are waiting already.";
+}
+
 }  // namespace
 
 PageRequest ReadPageRequest(std::string_view text) {
@@ -58,4 +89,23 @@ PageRequest ReadPageRequest(std::string_view text) {
     const auto stop = message.find("stop");
     const bool replaces = stop != message.end() && stop->is_boolean() && stop->get<bool>();
     return {replaces ? RequestKind::Replace : RequestKind::Line, line->get<std::string>()};
+}
+
+std::string TakeRequest(LineQueue& queue, const PageRequest& request) {
+    if (request.Kind == RequestKind::None || request.Kind == RequestKind::Token) {
+        return "The board did not understand the page.";
+    }
+    const bool isLine = request.Kind != RequestKind::MoveNow;
+    const std::string refusal = isLine ? RefusalOf(queue, request) : "";
+    if (!refusal.empty()) {
+        return refusal;
+    }
+    if (!queue.IsWaiting && (!isLine || request.Kind == RequestKind::Replace)) {
+        MakeRequests(REQUEST_MOVE_NOW);
+    }
+    if (isLine) {
+        queue.Lines.push_back(request);
+        queue.IsWaiting = false;
+    }
+    return "";
 }

@@ -136,16 +136,23 @@ std::string StatusText(const PageView& view, const Choices& choices, int white, 
     return view.Running ? task : "Stopped \u2013 " + task;
 }
 
+// What of the needs of buttons is there.
+unsigned NeedsMet(const PageView& view, const Choices& choices) {
+    unsigned met = view.State == GameState::Waiting ? NEED_LINE : NEED_THOUGHT;
+    met |= view.Move >= 1 ? NEED_PLY : NEED_NOTHING;
+    met |= view.Move >= 2 ? NEED_TWO_PLIES : NEED_NOTHING;
+    met |= view.Move < view.LastMove ? NEED_MORE : NEED_NOTHING;
+    met |= !view.Running && !view.IsLastOver ? NEED_STOPPED : NEED_NOTHING;
+    met |= choices.MustPass ? NEED_PASS : NEED_NOTHING;
+    return met | (choices.Over ? NEED_NOTHING : NEED_OPEN);
+}
+
 ordered_json ButtonStates(const PageView& view, const Choices& choices) {
-    const bool isUsable = !view.Watching && view.State != GameState::Ended;
-    const ButtonFacts facts = {.View = view,
-                               .IsUsable = isUsable,
-                               .IsWaiting = isUsable && view.State == GameState::Waiting,
-                               .IsOver = choices.Over,
-                               .MustPass = choices.MustPass};
+    const bool isPlayed = !view.Watching && view.State != GameState::Ended;
+    const unsigned met = NeedsMet(view, choices);
     ordered_json states;
     for (const PageButton& button : PAGE_BUTTONS) {
-        states[std::string(button.Name)] = button.CanBePressed(facts);
+        states[std::string(button.Name)] = isPlayed && (button.Needs & ~met) == 0;
     }
     return states;
 }
@@ -166,6 +173,23 @@ ordered_json SettingsState(const PageView& view) {
 }
 
 }  // namespace
+
+PageView ViewOf(const PlayState& play, GameState state) {
+    const GameRecord& record = play.Record;
+    PageView view;
+    view.Shown = ShownPosition(play);
+    view.Move = play.CurrentMove;
+    view.LastMove = record.LastMove;
+    if (GlobCfg.GuiHighlighting != 0 && view.Move > 0) {
+        view.Last = LastStep(record, view.Move);
+        view.Next = NextStep(record, view.Move);
+    }
+    view.Running = GlobCfg.GameRunFlag == 1;
+    view.IsLastOver = IsEndPosition(record.PositionList[record.LastMove]);
+    view.ComputerSide = play.ComputerSide;
+    view.State = state;
+    return view;
+}
 
 std::string StateMessage(const PageView& view) {
     const Choices choices = FindChoices(view);

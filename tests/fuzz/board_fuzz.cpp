@@ -54,7 +54,7 @@ void Ask(Board& board, std::string_view message) {
     if (!TakeRequest(board.Queue, ReadPageRequest(message)).empty() || board.Queue.Lines.empty()) {
         return;
     }
-    QueuedLine line = board.Queue.Lines.front();
+    PageRequest line = board.Queue.Lines.front();
     board.Queue.Lines.pop_front();
     Require(line.Text.find('\n') == std::string::npos, "one line is typed at a time");
     line.Text = Harmless(line.Text);
