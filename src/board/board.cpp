@@ -19,7 +19,9 @@ constexpr std::chrono::seconds PARTING_PATIENCE(1);  // with pages that do not r
 
 std::vector<std::string> Greeting(const Board& board) {
     std::vector<std::string> messages = MessagesOf(board.All, true);
-    messages.push_back(board.All.State);
+    if (!board.All.State.empty()) {
+        messages.push_back(board.All.State);
+    }
     return messages;
 }
 

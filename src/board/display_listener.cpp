@@ -7,7 +7,7 @@
 #include <boost/asio/buffer.hpp>
 #include <sys/socket.h>
 
-#include "board/shown_board.h"
+#include "display/shown_board.h"
 
 namespace asio = boost::asio;
 using asio::ip::tcp;
@@ -72,7 +72,10 @@ bool TakeBytes(DisplayListener& listener, const Connection& connection, std::str
         if (c != '\n') {
             line += c;
             if (line.size() > MAX_LINE_LENGTH) {
-                line.assign(MAX_LINE_LENGTH, '?');  // whatever else comes, it is none
+                line.assign(1, '?');  // whatever else comes, it is none
+                if (connection != listener.Game) {
+                    return false;
+                }
             }
             continue;
         }

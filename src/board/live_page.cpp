@@ -89,11 +89,8 @@ void ForgetState(LivePage& page) {
 
 // Takes as long whatever is equal.
 bool IsToken(const std::string& token, const std::string& text) {
-    if (text.size() != token.size()) {
-        return false;
-    }
-    unsigned difference = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    unsigned difference = text.size() == token.size() ? 0 : 1;
+    for (std::size_t i = 0; i < std::min(text.size(), token.size()); ++i) {
         difference |= static_cast<unsigned char>(text[i]) ^ static_cast<unsigned char>(token[i]);
     }
     return difference == 0;

@@ -3,7 +3,6 @@
 #include "config/glob_cfg.h"
 #include "page/page_state.h"
 #include "page/plies.h"
-#include "rules/notation.h"
 #include "support/numbers.h"
 
 namespace {
@@ -71,34 +70,18 @@ FromTo StepOf(const ShownBoard& link) {
     return link.NumSpaces == 1 ? FromTo{NOWHERE, link.LastSpace} : FromTo{};
 }
 
-std::string NotationOf(const FromTo& step) {
-    if (!IsSomewhere(step.Target)) {
-        return "PASS";
-    }
-    const std::string target = SpaceText(step.Target);
-    return IsSomewhere(step.Source) ? SpaceText(step.Source) + '-' + target : target;
-}
-
-// A display may be told of another game than the one that it shows.
-bool CanBeShown(const FromTo& step) {
-    const auto isPlace = [](Place place) {
-        return !IsSomewhere(place) || IsOnBoard(place.Column, place.Row);
-    };
-    return isPlace(step.Source) && isPlace(step.Target);
-}
-
 // The ply that the update tells of. What was played before a jump is not known.
 void AddPly(const ShownBoard& link, const PageView& before, const Position& shown, PageNews& news) {
-    const auto number = static_cast<std::size_t>(link.MoveNumber);
     news.HasPlies = true;
     const FromTo step = StepOf(link);
-    const bool isKnown =
-        link.OneStep && before.Connected && link.MoveNumber == before.Move + 1 && CanBeShown(step);
-    if (isKnown) {
+    // A display may be told of another game than the one that it shows.
+    const bool isOnBoard =
+        !IsSomewhere(step.Target) || IsOnBoard(step.Target.Column, step.Target.Row);
+    if (link.OneStep && link.MoveNumber == before.Move + 1 && isOnBoard) {
         news.FirstPly = link.MoveNumber;
-        news.Plies.push_back(PlyTextOf(before.Shown, shown, step, NotationOf(step)));
+        news.Plies.push_back(PlyTextOf(before.Shown, shown, step));
     } else {
-        news.Plies.assign(number, "null");
+        news.Plies.assign(static_cast<std::size_t>(link.MoveNumber), "null");
         news.Plies.push_back(PictureText(shown));
     }
 }

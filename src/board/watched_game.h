@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "board/shown_board.h"
+#include "display/shown_board.h"
 #include "page/page_news.h"
 #include "page/page_state.h"
 

@@ -1,6 +1,5 @@
 #include "board/web_server.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -28,29 +27,25 @@ constexpr std::uint32_t MAX_HEADER_LENGTH = 8192;
 
 constexpr std::string_view LIVE_PATH = "/live";
 
-struct Header {
+struct NamedText {
     const char* Name;
-    const char* Value;
+    const char* Text;
 };
 constexpr std::array HEADERS = {
-    Header{"Content-Security-Policy",
-           "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
-           "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
-    Header{"X-Content-Type-Options", "nosniff"},
-    Header{"Referrer-Policy", "no-referrer"},
-    Header{"Cross-Origin-Resource-Policy", "same-origin"},
-    Header{"Cache-Control", "no-store"},
+    NamedText{"Content-Security-Policy",
+              "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
+              "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
+    NamedText{"X-Content-Type-Options", "nosniff"},
+    NamedText{"Referrer-Policy", "no-referrer"},
+    NamedText{"Cross-Origin-Resource-Policy", "same-origin"},
+    NamedText{"Cache-Control", "no-store"},
 };
 
-struct FileType {
-    std::string_view Extension;
-    const char* Type;
-};
 constexpr std::array FILE_TYPES = {
-    FileType{".html", "text/html; charset=utf-8"},
-    FileType{".css", "text/css; charset=utf-8"},
-    FileType{".js", "text/javascript; charset=utf-8"},
-    FileType{".svg", "image/svg+xml"},
+    NamedText{".html", "text/html; charset=utf-8"},
+    NamedText{".css", "text/css; charset=utf-8"},
+    NamedText{".js", "text/javascript; charset=utf-8"},
+    NamedText{".svg", "image/svg+xml"},
 };
 
 std::string NewToken() {
@@ -97,8 +92,8 @@ void Reply(const std::shared_ptr<Visit>& visit, http::status status, std::string
     answer.result(status);
     answer.version(11);
     answer.keep_alive(false);
-    for (const Header& header : HEADERS) {
-        answer.set(header.Name, header.Value);
+    for (const NamedText& header : HEADERS) {
+        answer.set(header.Name, header.Text);
     }
     answer.set(http::field::content_type, beast::string_view(type.data(), type.size()));
     if (status == http::status::method_not_allowed) {
@@ -143,8 +138,8 @@ void SendFile(const std::shared_ptr<Visit>& visit, std::string_view path) {
     for (const PageFile& file : PageFiles()) {
         if (file.Name == name && path.starts_with('/')) {
             const char* type = "application/octet-stream";
-            for (const FileType& known : FILE_TYPES) {
-                type = name.ends_with(known.Extension) ? known.Type : type;
+            for (const NamedText& known : FILE_TYPES) {
+                type = name.ends_with(known.Name) ? known.Text : type;
             }
             Reply(visit, http::status::ok, type, file.Content);
             return;

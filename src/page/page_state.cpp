@@ -4,15 +4,14 @@
 #include <vector>
 
 #include "page/buttons.h"
-#include "page/json_text.h"
 #include "rules/moves.h"
 #include "rules/notation.h"
 #include "rules/referee.h"
 #include "rules/setup.h"
 
-namespace {
-
 using nlohmann::ordered_json;
+
+namespace {
 
 // What may be done in the shown position.
 struct Choices {
@@ -241,4 +240,21 @@ std::string LogMessage(const std::string& text, bool reset) {
 
 std::string ErrorMessage(const std::string& text) {
     return JsonText({{"type", "error"}, {"text", text}});
+}
+
+std::string JsonText(const ordered_json& value) {
+    return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+const char* ColorName(int color) {
+    constexpr std::array COLOR_NAMES = {"white", "black", "life", "empty"};
+    return COLOR_NAMES[color];
+}
+
+const char* SideTitle(int side) {
+    return side == BLACK ? "Black" : "White";
+}
+
+ordered_json NameOrNull(Place place) {
+    return IsOnBoard(place.Column, place.Row) ? ordered_json(SpaceText(place)) : ordered_json();
 }

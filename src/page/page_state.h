@@ -5,6 +5,8 @@
 #include <span>
 #include <string>
 
+#include <nlohmann/json.hpp>
+
 #include "control/session.h"
 #include "display/highlight.h"
 
@@ -42,3 +44,17 @@ struct PageView {
 [[nodiscard]] std::string LogMessage(const std::string& text, bool reset);
 
 [[nodiscard]] std::string ErrorMessage(const std::string& text);
+
+// What these messages are made of.
+
+// The text of a value. What is no UTF-8 in it, a file's name for one, is replaced.
+[[nodiscard]] std::string JsonText(const nlohmann::ordered_json& value);
+
+// "white", "black", "life" or "empty", for a ColorCode.
+[[nodiscard]] const char* ColorName(int color);
+
+// "White" or "Black".
+[[nodiscard]] const char* SideTitle(int side);
+
+// The name of a space of the board; null for any other place.
+[[nodiscard]] nlohmann::ordered_json NameOrNull(Place place);

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "page/json_text.h"
+#include "page/page_state.h"
 #include "rules/notation.h"
 
 namespace {
@@ -54,6 +54,15 @@ std::vector<Place> RemovedBy(const Position& before, const Position& after, Plac
     return removed;
 }
 
+// The step as it is written in a saved game.
+std::string WrittenStep(const FromTo& step) {
+    if (!IsSomewhere(step.Target)) {
+        return "PASS";
+    }
+    const std::string target = SpaceText(step.Target);
+    return IsSomewhere(step.Source) ? SpaceText(step.Source) + '-' + target : target;
+}
+
 // The step in words, for those who do not see the board.
 std::string SpokenStep(const Position& before, const Position& after, const FromTo& step,
                        std::size_t numRemoved) {
@@ -101,15 +110,13 @@ std::string PlyText(const GameRecord& record, int n) {
         return PictureText(position);
     }
     const Position& before = record.PositionList[n - 1];
-    return PlyTextOf(before, position, StepOfPly(record, n),
-                     GetMoveString(record.MoveList[n - 1], before));
+    return PlyTextOf(before, position, StepOfPly(record, n));
 }
 
-std::string PlyTextOf(const Position& before, const Position& after, const FromTo& step,
-                      const std::string& notation) {
+std::string PlyTextOf(const Position& before, const Position& after, const FromTo& step) {
     const std::vector<Place> removed = RemovedBy(before, after, step.Source);
     ordered_json ply;
-    ply["text"] = notation.substr(0, notation.find(' '));
+    ply["text"] = WrittenStep(step);
     ply["side"] = ColorName(before.ActivePlayer);
     ply["say"] = SpokenStep(before, after, step, removed.size());
     ply["source"] = NameOrNull(step.Source);

@@ -20,4 +20,4 @@
 
 // The same as PlyText for a step that leads from one position to another; a pass has no target.
 [[nodiscard]] std::string PlyTextOf(const Position& before, const Position& after,
-                                    const FromTo& step, const std::string& notation);
+                                    const FromTo& step);

@@ -55,6 +55,18 @@ def http(port, request, patience=15):
         return answer
 
 
+def has_gone(visitor, patience=5.0):
+    """Whether the server has hung up on it, or does within the time. What it says is read over."""
+    deadline = time.time() + patience
+    try:
+        while select.select([visitor], [], [], max(0.0, deadline - time.time()))[0]:
+            if not visitor.recv(65536):
+                return True
+    except ConnectionResetError:
+        return True
+    return False
+
+
 class Page:
     """A live connection. `last` is the latest state, `log` the text of the program. With `room` the
     system keeps no more bytes than that for a page that does not receive."""

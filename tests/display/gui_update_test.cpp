@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "board/shown_board.h"
 #include "common/board_text.h"
 #include "common/random_games.h"
+#include "display/shown_board.h"
 
 namespace {
 

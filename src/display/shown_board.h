@@ -1,4 +1,5 @@
-// The display link read into a board, line by line, as docs/gui-protocol.md tells a display to.
+// The other end of the display link: what it tells, read into a board line by line, as
+// docs/gui-protocol.md tells a display to.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "board/shown_board.h"
+#include "display/shown_board.h"
 
 #include "support/numbers.h"
 
@@ -91,7 +91,7 @@ bool TakeSpace(ShownBoard& board, std::string_view text) {
     }
     board.Spaces[place.Column][place.Row] = space;
     board.LastSpace = place;
-    board.NumSpaces = Min(board.NumSpaces + 1, MAX_BOARD_SPACES);
+    board.NumSpaces = Min(board.NumSpaces + 1, MAX_BOARD_X_DIM * MAX_BOARD_Y_DIM + 1);
     return true;
 }
 
@@ -124,11 +124,13 @@ bool TakeStatus(ShownBoard& board, std::string_view text) {
 // at its end.
 void EndUpdate(ShownBoard& board) {
     board.Begun = false;
-    if (board.NumSpaces == 0 || board.OneStep) {
+    const int columns = board.LastSpace.Column + 1;
+    const int rows = board.LastSpace.Row + 1;
+    if (board.OneStep || board.NumSpaces != columns * rows) {
         return;
     }
-    board.Columns = board.LastSpace.Column + 1;
-    board.Rows = board.LastSpace.Row + 1;
+    board.Columns = columns;
+    board.Rows = rows;
     for (int x = 0; x < MAX_BOARD_X_DIM; ++x) {
         for (int y = 0; y < MAX_BOARD_Y_DIM; ++y) {
             if (x >= board.Columns || y >= board.Rows) {
