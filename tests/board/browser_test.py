@@ -266,10 +266,10 @@ def main(board_program, program):
             os.mkdir(folder)
             with open(os.path.join(folder, "talurex.cfg"), "w", encoding="utf-8") as file:
                 file.write(SETTINGS)
+        page = Browser(found, folders[2])  # first: nothing is left running when it cannot be
         board = subprocess.Popen([board_program, "--no-open"], cwd=folders[0], text=True,
                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
         terminal = Terminal(program, folders[1])
-        page = Browser(found, folders[2])
         try:
             address = re.fullmatch(r"Board: (http://127\.0\.0\.1:(\d+)/#\S+)\n",
                                    board.stdout.readline())

@@ -4,12 +4,15 @@ import base64
 import json
 import os
 import re
+import select
 import shutil
+import signal
 import subprocess
 import time
 import urllib.request
 
 PORT = re.compile(r"successfully on port (\d+)")
+START_PATIENCE = 20  # seconds
 ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
 FLAGS = ["--headless=new", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-sync",
          "--disable-background-networking", "--disable-component-update"]
@@ -29,21 +32,46 @@ class Browser:
 
     def __init__(self, found, folder, size=(1280, 800)):
         browser, driver = found
+        # In a session of its own, so that all of it can be ended at once.
         self.driver = subprocess.Popen([driver, "--port=0"], stdout=subprocess.PIPE,
-                                       stderr=subprocess.DEVNULL, text=True)
-        port = next(m[1] for m in map(PORT.search, self.driver.stdout) if m)
+                                       stderr=subprocess.DEVNULL, start_new_session=True)
+        port = self.read_port(time.time() + START_PATIENCE)
         flags = [*FLAGS, f"--user-data-dir={folder}", "--window-size=%d,%d" % size]
         flags += ["--no-sandbox"] if os.geteuid() == 0 else []
         self.root = f"http://127.0.0.1:{port}/session"
-        self.root += "/" + self.call("POST", "", {"capabilities": {"alwaysMatch": {
-            "goog:chromeOptions": {"binary": browser, "args": flags},
-            "goog:loggingPrefs": {"browser": "ALL"}}}})["sessionId"]
+        try:
+            self.root += "/" + self.call("POST", "", {"capabilities": {"alwaysMatch": {
+                "goog:chromeOptions": {"binary": browser, "args": flags},
+                "goog:loggingPrefs": {"browser": "ALL"}}}}, START_PATIENCE)["sessionId"]
+        except (AssertionError, OSError) as error:
+            self.end()
+            raise SystemExit(f"{browser} cannot be started: {error}") from None
 
-    def call(self, method, path, body=None):
+    def read_port(self, deadline):
+        """The port that the driver says it listens on."""
+        said = ""
+        while not (found := PORT.search(said)):
+            patience = max(0, deadline - time.time())
+            ready = select.select([self.driver.stdout], [], [], patience)[0]
+            piece = os.read(self.driver.stdout.fileno(), 4096).decode() if ready else ""
+            if not piece:
+                self.end()
+                raise SystemExit(f"chromedriver cannot be started: {said.strip() or 'no answer'}")
+            said += piece
+        return found[1]
+
+    def end(self):
+        try:
+            os.killpg(self.driver.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        self.driver.wait()
+
+    def call(self, method, path, body=None, patience=60):
         data = None if method != "POST" else json.dumps(body or {}).encode()
         request = urllib.request.Request(self.root + path, data, method=method)
         try:
-            with urllib.request.urlopen(request, timeout=60) as answer:
+            with urllib.request.urlopen(request, timeout=patience) as answer:
                 return json.load(answer)["value"]
         except urllib.error.HTTPError as error:
             raise AssertionError(json.load(error)["value"]["message"]) from None
@@ -112,5 +140,4 @@ class Browser:
         try:
             self.call("DELETE", "")
         finally:
-            self.driver.terminate()
-            self.driver.wait()
+            self.end()
