@@ -8,6 +8,7 @@
 #include <boost/beast/websocket.hpp>
 
 #include "page/page_request.h"
+#include "support/token.h"
 
 namespace {
 
@@ -85,15 +86,6 @@ void ForgetState(LivePage& page) {
         page.NumWaiting -= old->Text->size();
         page.Waiting.erase(old);
     }
-}
-
-// Takes as long whatever is equal.
-bool IsToken(const std::string& token, const std::string& text) {
-    unsigned difference = text.size() == token.size() ? 0 : 1;
-    for (std::size_t i = 0; i < std::min(text.size(), token.size()); ++i) {
-        difference |= static_cast<unsigned char>(text[i]) ^ static_cast<unsigned char>(token[i]);
-    }
-    return difference == 0;
 }
 
 void LetIn(const Page& page) {

@@ -28,7 +28,7 @@ struct Arguments {
     bool Help = false;
     bool Watch = false;
     int WatchPort = DISPLAY_PORT;
-    std::vector<std::string> ForTalurex;
+    std::vector<const char*> ForTalurex = {"talurex-board"};  // behind the program's name
 };
 
 void PrintHelp() {
@@ -79,7 +79,7 @@ Arguments ReadArguments(int count, char** texts) {
         } else if (text.starts_with("--port=")) {
             arguments.Port = PortOf(text);
         } else if (text.starts_with('-') && !text.starts_with("--")) {
-            arguments.ForTalurex.push_back(text);
+            arguments.ForTalurex.push_back(texts[i]);
         } else {
             ExitForArgument(text);
         }
@@ -90,13 +90,10 @@ Arguments ReadArguments(int count, char** texts) {
 // Brings the settings into GlobCfg as the terminal program does. What that prints begins the log of
 // the page, or stands here when it ends the program.
 void ReadSettings(const Arguments& arguments, PageGame& page, OptionValues& options) {
-    std::vector<const char*> words = {"talurex-board"};
-    for (const std::string& text : arguments.ForTalurex) {
-        words.push_back(text.c_str());
-    }
     CatchOutput(page);
     try {
-        ProgramInit(static_cast<int>(words.size()), words.data(), options, page.Game.Weights);
+        ProgramInit(static_cast<int>(arguments.ForTalurex.size()), arguments.ForTalurex.data(),
+                    options, page.Game.Weights);
     } catch (const ProgramEnd&) {
         SetOutputSinks({});
         PrintText(page.Log);
@@ -147,8 +144,8 @@ void BeginPlaying(Board& board, const Arguments& arguments) {
 }
 
 void BeginWatching(Board& board, const Arguments& arguments) {
-    if (!arguments.ForTalurex.empty()) {
-        ExitForArgument(arguments.ForTalurex.front());  // the game is another program's
+    if (arguments.ForTalurex.size() > 1) {
+        ExitForArgument(arguments.ForTalurex[1]);  // the game is another program's
     }
     OpenWeb(board.Web, arguments.Port);
     std::string error;
@@ -178,11 +175,12 @@ int RunBoard(int count, char** texts) {
         "http://127.0.0.1:" + std::to_string(board->Web.Port) + "/#" + board->Web.Token;
     std::printf("Board: %s\n", address.c_str());
     std::fflush(stdout);
-    PageOpener opener;
-    if (arguments.Open && !opener.Open(address)) {
+    std::string file;
+    if (arguments.Open && !OpenPage(address, file)) {
         std::fputs("talurex-board: the browser could not be opened\n", stderr);
     }
     context.run();
+    std::remove(file.c_str());
     return board->Game.ExitStatus;
 }
 

@@ -29,21 +29,15 @@ std::string MakePrivateFile(const std::string& content) {
 
 }  // namespace
 
-PageOpener::~PageOpener() {
-    if (!file_.empty()) {
-        unlink(file_.c_str());
-    }
-}
-
-bool PageOpener::Open(const std::string& address) {
+bool OpenPage(const std::string& address, std::string& file) {
     if (Variable("DISPLAY").empty() && Variable("WAYLAND_DISPLAY").empty()) {
         return true;
     }
-    file_ = MakePrivateFile("<!DOCTYPE html>\n<title>Talurex</title>\n"
-                            "<meta http-equiv=\"refresh\" content=\"0; url=" +
-                            address + "\">\n");
+    file = MakePrivateFile("<!DOCTYPE html>\n<title>Talurex</title>\n"
+                           "<meta http-equiv=\"refresh\" content=\"0; url=" +
+                           address + "\">\n");
     // By a variable, which needs no quoting.
-    return !file_.empty() && setenv("TALUREX_PAGE", file_.c_str(), 1) == 0 &&
+    return !file.empty() && setenv("TALUREX_PAGE", file.c_str(), 1) == 0 &&
            std::system("command -v xdg-open >/dev/null && "
                        "{ xdg-open \"$TALUREX_PAGE\" </dev/null >/dev/null 2>&1 & }") == 0;
 }

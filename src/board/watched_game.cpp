@@ -43,14 +43,12 @@ int SideOf(const ShownBoard& link, int sideBefore) {
 int SetupPhaseOf(const ShownBoard& link) {
     int numStones = 0;
     int numEmpty = 0;
-    bool hasOwn = false;
     for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
         const ColumnRange columns = BoardColumns(y);
         for (int x = columns.First; x < columns.End; ++x) {
             const Space& space = link.Spaces[x][y];
             numStones += space.Height;
             numEmpty += space.Owner == EMPTY ? 1 : 0;
-            hasOwn = hasOwn || space.Owner == WHITE || space.Owner == BLACK;
         }
     }
     const bool isPlacing = IsSomewhere(link.Last.Target)
@@ -59,7 +57,7 @@ int SetupPhaseOf(const ShownBoard& link) {
     if (numEmpty == 0 || !isPlacing) {
         return 0;
     }
-    return !hasOwn && link.MoveNumber < GlobCfg.NumLifeStones ? 2 : 1;
+    return Max(1, GlobCfg.NumLifeStones + 1 - link.MoveNumber);
 }
 
 // What the latest update moved.

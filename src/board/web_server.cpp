@@ -6,11 +6,10 @@
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
-#include <sys/random.h>
 
 #include "board/live_page.h"
 #include "board/page_files.h"
-#include "support/fatal.h"
+#include "support/token.h"
 
 namespace {
 
@@ -47,20 +46,6 @@ constexpr std::array FILE_TYPES = {
     NamedText{".js", "text/javascript; charset=utf-8"},
     NamedText{".svg", "image/svg+xml"},
 };
-
-std::string NewToken() {
-    constexpr char DIGITS[] = "0123456789abcdef";
-    std::array<unsigned char, 24> bytes{};
-    if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-        ErrorExit("talurex-board: the system has no random numbers\n");
-    }
-    std::string token;
-    for (const unsigned char byte : bytes) {
-        token += DIGITS[byte / 16];
-        token += DIGITS[byte % 16];
-    }
-    return token;
-}
 
 // One visitor before it is known what it wants.
 struct Visit {

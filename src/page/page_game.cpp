@@ -14,6 +14,7 @@
 #include "support/fatal.h"
 #include "support/output.h"
 #include "support/requests.h"
+#include "support/text.h"
 
 namespace {
 
@@ -23,35 +24,15 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds THINK_DELAY(100);
 constexpr int NUM_LAST_WORDS = 10;  // lines
 
-// Takes text over into the log, without the control characters that a file's name or content may
-// bring with it.
 void Log(PageGame& game, std::string_view text) {
-    std::string plain;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        if (c == '\n' || c == '\t' || (code >= ' ' && code != 127)) {
-            plain += c;
-        }
-    }
+    // A file's name or content may bring characters with it that are none to be read.
+    const std::string plain = WithoutControlCharacters(text);
     AddToLog(game.Log, plain);
     AddToLog(game.NewText, plain);
 }
 
 void LogText(void* context, std::string_view text) {
     Log(*static_cast<PageGame*>(context), text);
-}
-
-// Copies what a record holds, and not what is left over behind it.
-void CopyPlay(const PlayState& from, PlayState& to) {
-    const auto numPlies = static_cast<std::size_t>(from.Record.LastMove);
-    std::copy_n(from.Record.PositionList.begin(), numPlies + 1, to.Record.PositionList.begin());
-    std::copy_n(from.Record.MoveList.begin(), numPlies, to.Record.MoveList.begin());
-    to.Record.LastMove = from.Record.LastMove;
-    to.CurrentMove = from.CurrentMove;
-    to.SearchDepth = from.SearchDepth;
-    to.ComputerSide = from.ComputerSide;
-    to.QuitFlag = from.QuitFlag;
-    to.HasNewPlies = from.HasNewPlies;
 }
 
 // Puts a game aside whose plies are not all part of the present one any more. What an undo took
@@ -105,7 +86,7 @@ void Tell(PageGame& game, GameState state) {
         news.Plies.push_back(PlyText(play.Record, n));
     }
     news.State = StateMessage(ViewOf(play, state));
-    CopyPlay(play, game.Told);
+    game.Told = play;
     game.ToldBoard = GetBoardSettings();
     game.HasTold = true;
     if (play.CurrentMove == play.Record.LastMove) {
@@ -131,7 +112,7 @@ void ReportThought(void* context, const ThoughtProgress& /*progress*/) {
 }
 
 void GoBack(PageGame& game, const GlobalConfiguration& settings) {
-    CopyPlay(game.Told, game.Game.Play);
+    game.Game.Play = game.Told;
     const int gui = GlobCfg.Gui;  // the link is as it is
     const int socket = GlobCfg.GuiSocket;
     GlobCfg = settings;

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 struct PageNews {
@@ -20,9 +19,3 @@ void AddNews(PageNews& news, const PageNews& later);
 
 // The messages that tell a page of it; with `isAll` one that knows nothing.
 [[nodiscard]] std::vector<std::string> MessagesOf(const PageNews& news, bool isAll);
-
-// Adds text to a log, and drops the oldest lines of one that has grown too long.
-void AddToLog(std::string& log, std::string_view text);
-
-// The last `count` lines of a log.
-[[nodiscard]] std::string LastLines(const std::string& log, int count);

@@ -8,6 +8,7 @@
 #include "control/session.h"
 #include "page/buttons.h"
 #include "support/requests.h"
+#include "support/text.h"
 
 namespace {
 
@@ -38,18 +39,6 @@ PageRequest ButtonRequest(std::string_view name) {
 }
 
 constexpr std::size_t MAX_QUEUED_LINES = 32;
-
-// The control characters of ASCII, and those that UTF-8 writes in two bytes.
-bool HoldsControlCharacter(std::string_view line) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const auto c = static_cast<unsigned char>(line[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < line.size() ? line[i + 1] : ' ');
-        if (c < ' ' || c == 127 || (c == 0xC2 && next >= 0x80 && next < 0xA0)) {
-            return true;
-        }
-    }
-    return false;
-}
 
 // Why the line cannot be typed; empty when it can.
 std::string RefusalOf(const LineQueue& queue, const PageRequest& line) {

@@ -38,3 +38,44 @@ void DelFirstWord(std::string& text) {
     text.erase(text.begin(), std::find_if(text.begin(), text.end(), IsLineSpace));
     EatLeadingAndTrailingWhitespace(text);
 }
+
+bool HoldsControlCharacter(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : ' ');
+        if (c < ' ' || c == 127 || (c == 0xC2 && next >= 0x80 && next < 0xA0)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string WithoutControlCharacters(std::string_view text) {
+    std::string plain;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '\n' || c == '\t' || (code >= ' ' && code != 127)) {
+            plain += c;
+        }
+    }
+    return plain;
+}
+
+void AddToLog(std::string& log, std::string_view text) {
+    constexpr std::size_t MAX_LOG_LENGTH = 65536;
+    log += text;
+    // Many lines at a time, so that it is seldom done.
+    if (log.size() > MAX_LOG_LENGTH + MAX_LOG_LENGTH / 4) {
+        const std::size_t end = log.find('\n', log.size() - MAX_LOG_LENGTH);
+        log.erase(0, end == std::string::npos ? log.size() - MAX_LOG_LENGTH : end + 1);
+    }
+}
+
+std::string LastLines(const std::string& text, int count) {
+    const std::size_t end = text.find_last_not_of('\n') + 1;
+    std::size_t begin = end;
+    while (begin > 0 && (text[begin - 1] != '\n' || --count > 0)) {
+        --begin;
+    }
+    return text.substr(begin, end - begin);
+}

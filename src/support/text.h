@@ -28,6 +28,20 @@ void AddExtensionToString(std::string& text, std::string_view extension);
 // Removes white space at both ends.
 void EatLeadingAndTrailingWhitespace(std::string& text);
 
+// Whether there is a control character in the text: of ASCII, or one that UTF-8 writes in two
+// bytes.
+[[nodiscard]] bool HoldsControlCharacter(std::string_view text);
+
+// The text without ASCII's control characters but for tabs and line feeds.
+[[nodiscard]] std::string WithoutControlCharacters(std::string_view text);
+
+// Appends to a text that is read from its end, and drops the oldest lines of one that has grown too
+// long.
+void AddToLog(std::string& log, std::string_view text);
+
+// The last `count` lines of a text.
+[[nodiscard]] std::string LastLines(const std::string& text, int count);
+
 // Removes the first word and the white space around it: what is left is the rest of the line,
 // trimmed.
 void DelFirstWord(std::string& text);
