@@ -1,6 +1,7 @@
 """Types the same random lines to a talurex-board and to a Talurex at the end of a pipe. Every state
 that a page is sent has to show a board that the terminal has drawn, in the same order, and the last
-one what stands in front of the prompt: live_test.py TALUREX_BOARD TALUREX [SEED [LINES]]"""
+one what stands in front of the prompt and what a saved game tells of it; and the page reads what the
+terminal reads: live_test.py TALUREX_BOARD TALUREX [SEED [LINES]]"""
 import os
 import random
 import re
@@ -14,6 +15,8 @@ from page_client import Board, Page
 PROMPT = re.compile(r"Move \((\d+)/(\d+)\), (your move|game stopped): $")
 MARKS = {"+": ("white", 0), "*": ("white", 1), "#": ("black", 0), "@": ("black", 1),
          "%": ("life", 1), ".": ("empty", 0)}
+OWNERS = ["white", "black", "life", "empty"]
+DRAWING = re.compile(r"(?:(?:\A|(?<=\n))\n)?(?:WHITE|BLACK) is moving\n(?:\d .*\n)+-+\n.*\n")
 LINES = [
     "/back", "/back 3", "/forward", "/forward 2", "/undo", "/cont", "/start", "/stop", "/redraw",
     "/save one", "/save two", "/load one", "/load two", "/new", "/boardsize 5 1", "/boardsize 4 4",
@@ -40,8 +43,9 @@ class Terminal:
     def __init__(self, program, folder, options):
         self.process = subprocess.Popen([program, *options], cwd=folder, stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        self.folder = folder
         self.drawn = []
-        self.read()
+        self.log = self.read()  # as a page shows it: with what was typed, and without the boards
 
     def read(self):
         text = ""
@@ -51,11 +55,32 @@ class Terminal:
             text += re.sub("\x1b\\[[0-9;]*m", "", piece.decode())
         self.drawn += drawings(text)
         self.prompt = int(prompt[1]), int(prompt[2]), prompt[3] == "your move"
+        return DRAWING.sub("", text)
 
-    def type(self, line):
+    def ask(self, line):
         self.process.stdin.write(line.encode() + b"\n")
         self.process.stdin.flush()
-        self.read()
+        return self.read()
+
+    def type(self, line):
+        self.log += line + "\n" + self.ask(line)
+
+    def placing(self):
+        """What is to be placed in the shown position, as the saved game has it: "life", "own", or
+        None in the move phase."""
+        self.ask("/save probe")
+        with open(os.path.join(self.folder, "probe.tlx"), encoding="ascii") as file:
+            text = file.read()
+        size = re.match(r"DIM\((\d+),(\d+),(\d+)\)", text)
+        columns, rows, stones = map(int, size.groups()) if size else (11, 5, 3)
+        cut = (rows - 1) // 2
+        spaces = sum(x + y >= cut and columns + rows - x - y - 2 >= cut
+                     for x in range(columns) for y in range(rows))
+        placements = re.findall(r"[A-O]\d", text.split("# phase 1:\n")[1].split("# Setup")[0])
+        placed = min(self.prompt[0], len(placements))
+        if re.search(r"^:", text, re.M) or placed == spaces:
+            return None
+        return "life" if placed < stones else "own"
 
 
 def shown(state):
@@ -129,6 +154,18 @@ def play(program, terminal_program, folder, seed, lines):
             assert shows(state, terminal.drawn[-1]), (seed, number, typed, shown(state))
             found = state["move"], state["lastMove"], state["running"]
             assert found == terminal.prompt, (seed, number, typed, found, terminal.prompt)
+            placing = terminal.placing()
+            placing = state["toMove"] if placing == "own" else placing
+            assert state["placing"] == placing, (seed, number, typed, state["placing"], placing)
+            can_place = {space["space"] for space in state["spaces"] if space.get("place")}
+            empty = {space["space"] for space in state["spaces"] if space["height"] == 0}
+            assert can_place == (empty if placing else set()), (seed, number, typed)
+            codes = [space["height"] * 8 + space["life"] * 4 + OWNERS.index(space["owner"])
+                     for space in state["spaces"]]
+            assert len(page.plies) == state["lastMove"] + 1, (seed, number, typed)
+            assert page.plies[state["move"]]["stones"] == codes, (seed, number, typed)
+            assert page.log == terminal.log, (seed, number, typed, page.log[-500:],
+                                              terminal.log[-500:])
         terminal.process.stdin.close()
         terminal.process.wait(20)
 

@@ -68,7 +68,7 @@ def has_gone(visitor, patience=5.0):
 
 
 class Page:
-    """A live connection. `last` is the latest state, `log` the text of the program. With `room` the
+    """A live connection. `last` is the latest state, `plies` are the game's, `log` the text of the program. With `room` the
     system keeps no more bytes than that for a page that does not receive."""
 
     def __init__(self, port, token=None, host=None, origin=None, room=None):
@@ -85,6 +85,7 @@ class Page:
             f"Sec-WebSocket-Version: 13\r\nSec-WebSocket-Key: {key}\r\n\r\n".encode())
         self.bytes = b""
         self.last = None
+        self.plies = []
         self.log = ""
         while b"\r\n\r\n" not in self.bytes:
             self._read(time.time() + 15)
@@ -138,6 +139,9 @@ class Page:
             message = json.loads(content)
             if message["type"] == "state":
                 self.last = message
+            elif message["type"] == "plies":
+                del self.plies[message["first"]:]
+                self.plies += message["plies"]
             elif message["type"] == "log":
                 self.log = message["text"] if message["reset"] else self.log + message["text"]
             return message

@@ -1,0 +1,81 @@
+"""Kills talurex-board at random moments of fast play: what it kept is always a whole game, and lacks
+no ply that a page was told of: killed_test.py TALUREX_BOARD TALUREX [KILLS [SEED]]"""
+import os
+import random
+import re
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.dont_write_bytecode = True  # nothing is left in the source tree
+from page_client import Board, Page
+
+SETTINGS = ["NUM_HUMAN_PLAYERS 2", "NUM_HUMAN_PLAYERS 1", "NUM_HUMAN_PLAYERS 0",
+            "NUM_HUMAN_PLAYERS 0\nBOARD_X_DIM 15\nBOARD_Y_DIM 9",
+            "NUM_HUMAN_PLAYERS 2\nSETUP_MODE 1\nBOARD_X_DIM 7"]
+
+
+def saved_plies(text):
+    """The plies of a saved game, in order."""
+    lines = [line for line in text.splitlines() if not line.startswith(("#", ":", "DIM"))]
+    return [word for line in lines for word in line.split() if word != "BREAK"]
+
+
+def play(dice, page, deadline):
+    """Plays as fast as it can, and begins anew behind the end."""
+    while time.time() < deadline:
+        state = page.last
+        moves = [space["space"] for space in state["spaces"] if space.get("place")] + [
+            space["space"] + "-" + target
+            for space in state["spaces"] for target in space["targets"]]
+        if state["gameOver"]:
+            page.send({"line": "/new", "stop": True})
+        elif state["mustPass"] or moves:
+            page.send({"move": dice.choice(moves) if moves else "pass"})
+        while time.time() < deadline:
+            try:
+                if page.receive(max(0.001, deadline - time.time()))["type"] == "state" and \
+                        page.last["state"] == "waiting":
+                    break
+            except TimeoutError:
+                return
+
+
+def kill_once(dice, programs, folder, number):
+    settings = SETTINGS[number % len(SETTINGS)]
+    settings += f"\nCOMPUTER_LEVEL 0\nRANDOM_SEED {number + 1}\n"
+    with Board(programs[0], folder, settings=settings) as board:
+        page = Page(board.port, board.token)
+        page.state(lambda state: True)
+        play(dice, page, time.time() + dice.random() * 0.1)
+        told = [ply["text"] for ply in page.plies[1:]]
+        board.process.kill()
+        board.process.wait()
+    path = os.path.join(folder, "autosave.tlx")
+    if not os.path.exists(path):
+        assert not told, told
+        return 0
+    with open(path, encoding="ascii") as file:
+        text = file.read()
+    kept = saved_plies(text)
+    assert kept[:len(told)] == told, (number, told, text)
+    run = subprocess.run([programs[1]], cwd=folder, capture_output=True, text=True, timeout=20,
+                         input="/stop\nload autosave\nload autosave\nquit\n", check=True)
+    assert "loading game was successful" in run.stdout, (number, text)
+    last = re.findall(r"Move \(\d+/(\d+)\), game stopped", run.stdout)[-1]
+    assert int(last) == len(kept), (number, last, text)
+    return len(told)
+
+
+def main(board, talurex, kills=15, seed=1):
+    dice = random.Random(int(seed))
+    plies = 0
+    for number in range(int(kills)):
+        with tempfile.TemporaryDirectory() as folder:
+            plies += kill_once(dice, (board, talurex), folder, number)
+    assert plies > int(kills), plies
+    print(f"{kills} kills, {plies} plies told, none lost.")
+
+
+main(*sys.argv[1:])
