@@ -68,8 +68,9 @@ def has_gone(visitor, patience=5.0):
 
 
 class Page:
-    """A live connection. `last` is the latest state, `plies` are the game's, `log` the text of the program. With `room` the
-    system keeps no more bytes than that for a page that does not receive."""
+    """A live connection. `last` is the latest state, `plies` are those of the game, `log` is the
+    text of the program. With `room` the system keeps no more bytes than that for a page that does
+    not receive."""
 
     def __init__(self, port, token=None, host=None, origin=None, room=None):
         self.socket = socket.socket()
