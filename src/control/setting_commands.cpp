@@ -40,31 +40,20 @@ struct SwitchTexts {
 
 void DoSwitch(CommandId id, const std::string& argument, const SwitchTexts& texts, int& setting) {
     switch (ReadSetting(id, argument, 0, 1, setting)) {
-    case Request::Show:
-        PrintText(setting != 0 ? texts.IsOn : texts.IsOff);
-        return;
-    case Request::Set:
-        PrintText(setting != 0 ? texts.TurnedOn : texts.TurnedOff);
-        return;
-    case Request::Refused:
-        return;
+    case Request::Show: PrintText(setting != 0 ? texts.IsOn : texts.IsOff); return;
+    case Request::Set: PrintText(setting != 0 ? texts.TurnedOn : texts.TurnedOff); return;
+    case Request::Refused: return;
     }
 }
 
 void ShowColor(int computerSide) {
     switch (GlobCfg.NumHumanPlayers) {
-    case 0:
-        Print("The Computer is playing both colors.\n");
-        return;
+    case 0: Print("The Computer is playing both colors.\n"); return;
     case 1:
         Print("You are playing the %s stones\n", computerSide == BLACK ? "WHITE" : "BLACK");
         return;
-    case 2:
-        Print("You are playing both colors,\n");
-        return;
-    default:
-        Print("Error: Illegal Default case reached! (ExecuteCommand, case COLORS)\n");
-        return;
+    case 2: Print("You are playing both colors,\n"); return;
+    default: Print("Error: Illegal Default case reached! (ExecuteCommand, case COLORS)\n"); return;
     }
 }
 
@@ -73,15 +62,12 @@ void ShowColor(int computerSide) {
 void DoLifeStones(const std::string& argument) {
     int& stones = GlobCfg.NumLifeStones;
     switch (ReadSetting(COMMAND_LIFESTONES, argument, 1, INT_HIGHEST, stones)) {
-    case Request::Show:
-        Print("Number of Dvonn Stones is %i\n", stones);
-        return;
+    case Request::Show: Print("Number of Dvonn Stones is %i\n", stones); return;
     case Request::Set:
         Print("Number of Dvonn-stones set to %i\n", stones);
         Print("The new value will be used, when a new game is started.\n");
         return;
-    case Request::Refused:
-        return;
+    case Request::Refused: return;
     }
 }
 
@@ -96,38 +82,30 @@ void DoRandomSetup(const std::string& argument) {
 void DoLevel(const std::string& argument, Session& session) {
     int& level = GlobCfg.ComputerLevel;
     switch (ReadSetting(COMMAND_LEVEL, argument, 0, INT_HIGHEST, level)) {
-    case Request::Show:
-        Print("Current Level is %i.\n", level);
-        return;
+    case Request::Show: Print("Current Level is %i.\n", level); return;
     case Request::Set:
         SetLevel(level, session.Weights);
         Print("The KI-playing level have been changed to %i.\n", level);
         session.Play.SearchDepth = 0;
         return;
-    case Request::Refused:
-        return;
+    case Request::Refused: return;
     }
 }
 
 void DoPlayers(const std::string& argument) {
     int& players = GlobCfg.NumHumanPlayers;
     switch (ReadSetting(COMMAND_PLAYERS, argument, 0, 2, players)) {
-    case Request::Show:
-        Print("Number of human players is %i.\n", players);
-        return;
+    case Request::Show: Print("Number of human players is %i.\n", players); return;
     case Request::Set:
         Print("The number of human players have been changed to %i.\n", players);
         return;
-    case Request::Refused:
-        return;
+    case Request::Refused: return;
     }
 }
 
 void DoColor(const std::string& argument, PlayState& state) {
     switch (argument.empty() ? '\0' : argument.front()) {
-    case '\0':
-        ShowColor(state.ComputerSide);
-        return;
+    case '\0': ShowColor(state.ComputerSide); return;
     case 'w':
     case 'W':
         GlobCfg.ComputerColor = BLACK;
@@ -145,9 +123,7 @@ void DoColor(const std::string& argument, PlayState& state) {
         GlobCfg.ComputerColor = RANDOM_COLOR;
         Print("Your playing color will be determined randomly in the next game.\n");
         return;
-    default:
-        PrintUsageError(COMMAND_COLOR);
-        return;
+    default: PrintUsageError(COMMAND_COLOR); return;
     }
 }
 
@@ -171,10 +147,8 @@ void DoGui(const std::string& argument) {
     case Request::Show:
         Print("GUI usage is %s.\n", GlobCfg.Gui != 0 ? "enabled" : "disabled");
         return;
-    case Request::Refused:
-        return;
-    case Request::Set:
-        break;
+    case Request::Refused: return;
+    case Request::Set: break;
     }
     if (wanted == 0) {
         Print(CloseGuiLink() ? "GUI usage was disabled!\n" : "GUI usage is already disabled!\n");

@@ -149,18 +149,12 @@ bool TakeLine(ShownBoard& board, std::string_view line) {
             board.Columns = board.Rows = 0;  // it is another Talurex
         }
         return text.empty();
-    case 'L':
-        return TakeHighlight(text, board.Last);
-    case 'N':
-        return TakeHighlight(text, board.Next);
-    case 'M':
-        return TakeAnimation(board, text);
-    case 'S':
-        return TakeSpace(board, text);
-    case 'T':
-        return TakeStatus(board, text);
-    default:
-        return false;
+    case 'L': return TakeHighlight(text, board.Last);
+    case 'N': return TakeHighlight(text, board.Next);
+    case 'M': return TakeAnimation(board, text);
+    case 'S': return TakeSpace(board, text);
+    case 'T': return TakeStatus(board, text);
+    default: return false;
     }
 }
 

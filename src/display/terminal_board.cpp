@@ -36,17 +36,11 @@ constexpr Look FAULTY_LOOK = {{}, 0, '?'};
 
 const Look& LookOf(const Space& space) {
     switch (space.Owner) {
-    case WHITE:
-        return space.Life != 0 ? WHITE_LIFE_LOOK : WHITE_LOOK;
-    case BLACK:
-        return space.Life != 0 ? BLACK_LIFE_LOOK : BLACK_LOOK;
-    case LIFE:
-        return LIFE_LOOK;
-    case EMPTY:
-        return EMPTY_LOOK;
-    default:
-        PrintError("Error: Position data is faulty !\n");
-        return FAULTY_LOOK;
+    case WHITE: return space.Life != 0 ? WHITE_LIFE_LOOK : WHITE_LOOK;
+    case BLACK: return space.Life != 0 ? BLACK_LIFE_LOOK : BLACK_LOOK;
+    case LIFE: return LIFE_LOOK;
+    case EMPTY: return EMPTY_LOOK;
+    default: PrintError("Error: Position data is faulty !\n"); return FAULTY_LOOK;
     }
 }
 

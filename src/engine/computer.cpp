@@ -47,9 +47,7 @@ int DoComputerMove(Position& position, const SearchEffort& effort, const EvalWei
     case Turn::TowerMove:
         message = "Talurex does move: (" + GetMoveString(move, position) + ")\n";
         break;
-    case Turn::Pass:
-        message = "Talurex is passing\n";
-        break;
+    case Turn::Pass: message = "Talurex is passing\n"; break;
     }
     return GetNumMoves(position);
 }

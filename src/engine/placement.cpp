@@ -157,9 +157,7 @@ double RawFlankValue(const Setup& setup, int space, int color) {
             }
             break;
         case LIFE:
-        case EMPTY:
-            sum += 0.5 * factor;
-            break;
+        case EMPTY: sum += 0.5 * factor; break;
         default: {
             const Place place = setup.Board.Places[next.Space];
             Print("x y %i %i\n", place.Column, place.Row);

@@ -135,14 +135,12 @@ std::string SavedGameText(const GameRecord& record) {
 
 int SaveGame(const GameRecord& record, const std::string& fileName) {
     switch (FileReplace(fileName, SavedGameText(record))) {
-    case FileReplaced::Done:
-        return 0;
+    case FileReplaced::Done: return 0;
     case FileReplaced::NotOpened:
         PrintFileOpenError(fileName, FILE_WRITE_MODE);
         Print("Error! Savegame file \"%s\" could not be opened for writing!\n", fileName.c_str());
         return 1;
-    case FileReplaced::NotWritten:
-        return 1;
+    case FileReplaced::NotWritten: return 1;
     }
     return 1;
 }

@@ -85,8 +85,7 @@ std::string TakeRequest(LineQueue& queue, const PageRequest& request) {
         return "The board did not understand the page.";
     }
     const bool isLine = request.Kind != RequestKind::MoveNow;
-    const std::string refusal = isLine ? RefusalOf(queue, request) : "";
-    if (!refusal.empty()) {
+    if (std::string refusal = isLine ? RefusalOf(queue, request) : ""; !refusal.empty()) {
         return refusal;
     }
     if (!queue.IsWaiting && (!isLine || request.Kind == RequestKind::Replace)) {

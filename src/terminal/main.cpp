@@ -42,12 +42,9 @@ void RunTalurex(int argumentCount, char** arguments, Session& session) {
         OpenGuiLink();
     }
     switch (GlobCfg.Special) {
-    case 1:
-        return PlayMatch();
-    case 2:
-        TuneWeights();  // never returns
-    default:
-        return MainControl(session);
+    case 1: return PlayMatch();
+    case 2: TuneWeights();  // never returns
+    default: return MainControl(session);
     }
 }
 

@@ -76,14 +76,10 @@ void TakeLink(Board& board, std::string_view bytes) {
 
 void Take(Board& board, char kind, std::string_view bytes) {
     switch (kind) {
-    case 'd':
-        return TakeLink(board, bytes);
-    case 'a':
-        return Ask(board, bytes);
-    case 'c':
-        return RequireWholeNews(board, NoteConnection(board.Watched, !bytes.empty()));
-    default:
-        return;
+    case 'd': return TakeLink(board, bytes);
+    case 'a': return Ask(board, bytes);
+    case 'c': return RequireWholeNews(board, NoteConnection(board.Watched, !bytes.empty()));
+    default: return;
     }
 }
 

@@ -55,16 +55,11 @@ std::string Harmless(const std::string& line) {
     std::string argument = line;
     switch (GetCommand(argument)) {
     case COMMAND_EVALUATE:
-    case COMMAND_GUI:
-        return "";
-    case COMMAND_LOAD:
-        return "/load " + GameFile();
-    case COMMAND_SAVE:
-        return "/save " + GameFile();
-    case COMMAND_IMPORT:
-        return argument.empty() ? line : "/import " + GameFile();
-    default:
-        return line;
+    case COMMAND_GUI: return "";
+    case COMMAND_LOAD: return "/load " + GameFile();
+    case COMMAND_SAVE: return "/save " + GameFile();
+    case COMMAND_IMPORT: return argument.empty() ? line : "/import " + GameFile();
+    default: return line;
     }
 }
 
