@@ -17,21 +17,13 @@ using boost::system::error_code;
 constexpr std::chrono::seconds END_PATIENCE(5);      // with a game that hangs
 constexpr std::chrono::seconds PARTING_PATIENCE(1);  // with pages that do not read
 
-std::vector<std::string> Greeting(const Board& board) {
-    std::vector<std::string> messages = MessagesOf(board.All, true);
-    if (!board.All.State.empty()) {
-        messages.push_back(board.All.State);
-    }
-    return messages;
-}
-
 void Tell(Board& board, const PageNews& news) {
     AddNews(board.All, news);
-    for (std::string& message : MessagesOf(news, false)) {
-        SendToPages(board.Web, std::make_shared<const std::string>(std::move(message)));
+    for (std::string& message : MessagesOf(news)) {
+        SendToPages(board.Web, {std::make_shared<const std::string>(std::move(message))});
     }
     if (!news.State.empty()) {
-        SendStateToPages(board.Web, std::make_shared<const std::string>(news.State));
+        SendToPages(board.Web, {std::make_shared<const std::string>(news.State), true});
     }
 }
 
@@ -69,7 +61,7 @@ void TakeWhatIsNew(Board& board) {
 }  // namespace
 
 void BeginPlaying(Board& board) {
-    board.Web.OnPage = [&board] { return Greeting(board); };
+    board.Web.OnPage = [&board] { return AllMessagesOf(board.All); };
     board.Web.OnMessage = [&board](std::string_view message) {
         const std::string refusal = AskGame(board.Game, ReadPageRequest(message));
         return refusal.empty() ? "" : ErrorMessage(refusal);
@@ -82,7 +74,7 @@ void BeginPlaying(Board& board) {
 
 void BeginWatching(Board& board) {
     board.IsWatching = true;
-    board.Web.OnPage = [&board] { return Greeting(board); };
+    board.Web.OnPage = [&board] { return AllMessagesOf(board.All); };
     board.Web.OnMessage = [](std::string_view) {
         return ErrorMessage("This board is for looking only.");
     };

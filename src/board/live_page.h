@@ -15,11 +15,6 @@
 void OpenLivePage(WebServer& server, const std::shared_ptr<boost::beast::tcp_stream>& stream,
                   const boost::beast::http::request<boost::beast::http::empty_body>& handshake);
 
-struct PageMessage {
-    std::shared_ptr<const std::string> Text;
-    bool IsState = false;  // only the latest one matters
-};
-
 // Sends it behind what waits already. A page for which too much waits is dropped.
 void SendToPage(const std::shared_ptr<LivePage>& page, const PageMessage& message);
 

@@ -208,13 +208,6 @@ void TakeVisit(WebServer& server, tcp::socket socket) {
     ReadRequest(visit);
 }
 
-void SendToAll(const WebServer& server, const PageMessage& message) {
-    const auto pages = server.Pages;  // sending can drop one
-    for (const auto& page : pages) {
-        SendToPage(page, message);
-    }
-}
-
 }  // namespace
 
 int OpenWebServer(WebServer& server, int port, std::string& error) {
@@ -226,12 +219,11 @@ int OpenWebServer(WebServer& server, int port, std::string& error) {
     return server.Port;
 }
 
-void SendToPages(WebServer& server, const std::shared_ptr<const std::string>& message) {
-    SendToAll(server, {message, false});
-}
-
-void SendStateToPages(WebServer& server, const std::shared_ptr<const std::string>& message) {
-    SendToAll(server, {message, true});
+void SendToPages(WebServer& server, const PageMessage& message) {
+    const auto pages = server.Pages;  // sending can drop one
+    for (const auto& page : pages) {
+        SendToPage(page, message);
+    }
 }
 
 void CloseWebServer(WebServer& server) {

@@ -3,8 +3,6 @@
 // has to come from here and know the token.
 #pragma once
 
-#include <utility>
-
 #include <deque>
 #include <functional>
 #include <memory>
@@ -18,6 +16,11 @@
 #include "board/loopback_port.h"
 
 struct LivePage;
+
+struct PageMessage {
+    std::shared_ptr<const std::string> Text;
+    bool IsState = false;  // takes the place of a state that still waits behind other messages
+};
 
 // The same holds for the context as for that of a LoopbackPort.
 struct WebServer {
@@ -43,12 +46,9 @@ struct WebServer {
 // filling `error`: another port can then be tried. Draws the token, too.
 [[nodiscard]] int OpenWebServer(WebServer& server, int port, std::string& error);
 
-// Sends a text to every page, in order. None is waited for: a page that has let too much wait is
+// Sends a message to every page, in order. None is waited for: a page that has let too much wait is
 // dropped.
-void SendToPages(WebServer& server, const std::shared_ptr<const std::string>& message);
-
-// The same for a state. It takes the place of one that still waits behind other messages.
-void SendStateToPages(WebServer& server, const std::shared_ptr<const std::string>& message);
+void SendToPages(WebServer& server, const PageMessage& message);
 
 // Lets nobody in any more, and parts from each page when it has been sent everything. A page that
 // does not read stays as long as it likes.

@@ -12,7 +12,8 @@ inline constexpr const char* TALUREX_VERSION_DATE = "2003-10-31";
 inline constexpr int RANDOM_COLOR = 2;
 
 // The settings with their defaults; changed by the configuration file, the command line and, while
-// the program runs, by commands. Never written back to a file.
+// the program runs, by commands. Never written back to a file. GameRunFlag, Gui and GuiSocket tell
+// more of the run than of what somebody set; they stand here because every floor asks for them.
 struct GlobalConfiguration {
     int ComputerColor = 1;    // 0: the computer plays WHITE, 1: BLACK, or RANDOM_COLOR
     int NumHumanPlayers = 1;  // 0: the computer plays both sides, 1: against a human, 2: two humans

@@ -10,9 +10,9 @@ namespace {
 
 template <typename Set>
 Tallies TalliesOf(const Position& position) {
-    const Geometry<Set>& geometry = CurrentGeometry<Set>();
-    const SearchBoard<Set> board = ToSearchBoard(geometry, position);
-    return CountTallies(geometry, board, true);
+    const BoardShape<Set>& shape = CurrentShape<Set>();
+    const SearchBoard<Set> board = ToSearchBoard(shape, position);
+    return CountTallies(shape, board, true);
 }
 
 }  // namespace

@@ -5,49 +5,34 @@
 #include <array>
 
 #include "kernel/bit_set.h"
-#include "kernel/geometry.h"
+#include "kernel/board_shape.h"
 
 namespace {
 
 // True when the group of `space` in `occupied` holds life. Otherwise `group` is the whole of it.
 template <typename Set>
-inline bool IsAlive(const Geometry<Set>& geometry, Set occupied, Set life, int space, Set& group) {
+inline bool IsAlive(const BoardShape<Set>& shape, Set occupied, Set life, int space, Set& group) {
     group = Bit<Set>(space);
     for (Set edge = group; edge != 0;) {
         if ((group & life) != 0) {
             return true;
         }
-        const Set found = geometry.Neighbours(TakeFirst(edge)) & occupied & ~group;
+        const Set found = shape.Neighbours(TakeFirst(edge)) & occupied & ~group;
         group |= found;
         edge |= found;
     }
     return false;
 }
 
-// The directions of the occupied neighbours of a space: bit d for direction d. Their rows are cut
-// out of the set as a whole: two neighbours above, one on each side, two below.
+// The directions in which one of `targets` is occupied: bit d for direction d.
 template <typename Set>
-inline unsigned OccupiedNeighbours(const Geometry<Set>& geometry, Set occupied, int space) {
-    // Indexed by what was cut out: bits 0 and 2 are directions 3 and 0, 3 and 4 directions 4 and 5,
-    // 5 and 6 directions 2 and 1.
-    static constexpr auto WAYS = [] {
-        constexpr std::array<int, 7> DIRECTIONS = {3, -1, 0, 4, 5, 2, 1};
-        std::array<std::uint8_t, 128> ways{};
-        for (unsigned cut = 0; cut < ways.size(); ++cut) {
-            for (unsigned i = 0; i < DIRECTIONS.size(); ++i) {
-                if ((cut >> i & 1) != 0 && DIRECTIONS[i] >= 0) {
-                    ways[cut] |= static_cast<std::uint8_t>(1 << DIRECTIONS[i]);
-                }
-            }
-        }
-        return ways;
-    }();
-    const Spot<Set>& spot = geometry.Spots[space];
-    const Set shifted = occupied << 1;  // so that the place before space 0 is there
-    const auto cut = [&](int place) { return static_cast<unsigned>(shifted >> place); };
-    const unsigned index =
-        (cut(space) & 5) | (cut(spot.Above) & 3) << 3 | (cut(spot.Below) & 3) << 5;
-    return WAYS[index] & spot.OnBoard;
+inline unsigned OccupiedDirections(const std::array<std::uint8_t, NUM_DIRECTIONS>& targets,
+                                   Set occupied) {
+    unsigned directions = 0;
+    for (int d = 0; d < NUM_DIRECTIONS; ++d) {
+        directions |= static_cast<unsigned>(Has(occupied, targets[d])) << d;
+    }
+    return directions;
 }
 
 // The first spaces of the runs of occupied neighbours round a vacated space, in walking order.
@@ -63,12 +48,13 @@ struct RunDirections {
 };
 inline constexpr auto RUN_DIRECTIONS = [] {
     std::array<RunDirections, 1 << NUM_DIRECTIONS> runs{};
-    for (unsigned ways = 0; ways < runs.size(); ++ways) {
+    for (unsigned occupied = 0; occupied < runs.size(); ++occupied) {
         // Direction 0 closes the walk and so comes last.
         for (unsigned step = 1; step <= NUM_DIRECTIONS; ++step) {
             const unsigned direction = step % NUM_DIRECTIONS;
-            if ((ways >> direction & 1) != 0 && (ways >> (step - 1) & 1) == 0) {
-                runs[ways].Directions[runs[ways].Count++] = static_cast<std::uint8_t>(direction);
+            if ((occupied >> direction & 1) != 0 && (occupied >> (step - 1) & 1) == 0) {
+                runs[occupied].Directions[runs[occupied].Count++] =
+                    static_cast<std::uint8_t>(direction);
             }
         }
     }
@@ -76,9 +62,9 @@ inline constexpr auto RUN_DIRECTIONS = [] {
 }();
 
 template <typename Set>
-inline RunStarts FindRuns(const Geometry<Set>& geometry, unsigned ways, int space) {
-    const RunDirections& runs = RUN_DIRECTIONS[ways];
-    const auto& ring = geometry.Spots[space].Target[1];
+inline RunStarts FindRuns(const BoardShape<Set>& shape, unsigned occupied, int space) {
+    const RunDirections& runs = RUN_DIRECTIONS[occupied];
+    const auto& ring = shape.Spots[space].Target[1];
     return {{ring[runs.Directions[0]], ring[runs.Directions[1]], ring[runs.Directions[2]]},
             runs.Count};
 }
@@ -88,13 +74,13 @@ inline RunStarts FindRuns(const Geometry<Set>& geometry, unsigned ways, int spac
 // A file can bring groups onto the board that have been dead all along. Then the order decides
 // which of them stays, and one that two runs belong to counts twice.
 template <typename Set>
-[[gnu::noinline]] Set KillBehindPlainTower(const Geometry<Set>& geometry, RunStarts runs, Set life,
-                                           Set occupied) {
+[[gnu::noinline]] Set KillBehindLifelessTower(const BoardShape<Set>& shape, RunStarts runs,
+                                              Set life, Set occupied) {
     const std::array<int, 3> spaces = runs.Spaces;
     int best = 0;
     for (int i = 1; i < runs.Count; ++i) {
         runs.Spaces[i] = spaces[i];
-        if (geometry.Spots[spaces[i]].FromCenter > geometry.Spots[spaces[best]].FromCenter) {
+        if (shape.Spots[spaces[i]].FromCenter > shape.Spots[spaces[best]].FromCenter) {
             runs.Spaces[i] = spaces[best];
             best = i;
         }
@@ -105,7 +91,7 @@ template <typename Set>
     int killed = 0;
     for (int i = 0; i < runs.Count && runs.Count - killed >= 2; ++i) {
         Set group;
-        if (!IsAlive(geometry, occupied, life, runs.Spaces[i], group)) {
+        if (!IsAlive(shape, occupied, life, runs.Spaces[i], group)) {
             ++killed;
             dead |= group;
             occupied &= ~group;

@@ -2,13 +2,10 @@
 #pragma once
 
 #include <array>
-#include <bit>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "kernel/bit_set.h"
-#include "kernel/geometry.h"
+#include "kernel/board_shape.h"
 #include "rules/position.h"
 
 namespace {
@@ -35,25 +32,25 @@ struct SearchBoard {
     // The towers of each height that can reach anything; the first and the last entry stay empty.
     // Aligned, and always walked from one end to the other: that takes a few vector instructions.
     alignas(32) std::array<Set, REACH_NONE + 1> ByHeight;
-    std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height;  // 0 where not occupied
-    std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Kind;    // likewise
+    std::array<std::uint8_t, BoardShape<Set>::MAX_SPACES> Height;  // 0 where not occupied
+    std::array<std::uint8_t, BoardShape<Set>::MAX_SPACES> Kind;    // likewise
     int ActivePlayer;
 
     bool operator==(const SearchBoard&) const = default;
 };
 
-// The row of the geometry's tables for a height.
+// The row of the shape's tables for a height.
 inline int ReachRow(int height) {
     return height < REACH_NONE ? height : REACH_NONE;
 }
 
 // The spaces of `board` that a set of occupied spaces encloses.
 template <typename Set>
-inline Set EnclosedSpaces(const Geometry<Set>& geometry, Set occupied) {
+inline Set EnclosedSpaces(const BoardShape<Set>& shape, Set occupied) {
     Set enclosed = 0;
-    for (Set inner = occupied & geometry.Inner; inner != 0;) {
+    for (Set inner = occupied & shape.Inner; inner != 0;) {
         const int space = TakeFirst(inner);
-        if ((geometry.Neighbours(space) & ~occupied) == 0) {
+        if ((shape.Neighbours(space) & ~occupied) == 0) {
             enclosed |= Bit<Set>(space);
         }
     }
@@ -61,16 +58,16 @@ inline Set EnclosedSpaces(const Geometry<Set>& geometry, Set occupied) {
 }
 
 template <typename Set>
-inline const Space& SpaceOf(const Geometry<Set>& geometry, const Position& position, int space) {
-    return position.Spaces[geometry.Spots[space].Column][geometry.Spots[space].Row];
+inline const Space& SpaceOf(const BoardShape<Set>& shape, const Position& position, int space) {
+    return position.Spaces[shape.Spots[space].Column][shape.Spots[space].Row];
 }
 
 // The compact form of a position of the move phase.
 template <typename Set>
-inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Position& position) {
+inline SearchBoard<Set> ToSearchBoard(const BoardShape<Set>& shape, const Position& position) {
     SearchBoard<Set> board{};
-    for (int i = 0; i < geometry.NumSpaces; ++i) {
-        const Space& space = SpaceOf(geometry, position, i);
+    for (int i = 0; i < shape.NumSpaces; ++i) {
+        const Space& space = SpaceOf(shape, position, i);
         if (space.Height == 0) {
             continue;
         }
@@ -85,10 +82,10 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
             }
         }
     }
-    board.Enclosed = EnclosedSpaces(geometry, board.Occupied);
+    board.Enclosed = EnclosedSpaces(shape, board.Occupied);
     for (Set occupied = board.Occupied; occupied != 0;) {
         const int i = TakeFirst(occupied);
-        const int owner = SpaceOf(geometry, position, i).Owner;
+        const int owner = SpaceOf(shape, position, i).Owner;
         board.Kind[i] =
             static_cast<std::uint8_t>(KindOf(owner, !Has(board.Enclosed, i), Has(board.Life, i)));
     }
@@ -99,31 +96,17 @@ inline SearchBoard<Set> ToSearchBoard(const Geometry<Set>& geometry, const Posit
 // The towers of `board` whose own height leads them to `space`. The board is that before a move:
 // callers take out the towers that have left it since.
 template <typename Set>
-inline Set AimersAt(const Geometry<Set>& geometry, const SearchBoard<Set>& board, int space) {
-    // Two words at a time, of which all sets consist. A plain loop over the sets is the same, but
-    // the compiler unrolls it into single words where it stands among other code.
-    using Pair [[gnu::vector_size(2 * sizeof(std::uint64_t))]] = std::uint64_t;
-    constexpr std::size_t NUM_PAIRS = sizeof board.ByHeight / sizeof(Pair);
-    const auto pairOf = [](const auto& sets, std::size_t i) {
-        Pair pair;
-        std::memcpy(&pair, reinterpret_cast<const char*>(sets.data()) + i * sizeof pair,
-                    sizeof pair);
-        return pair;
-    };
-    Pair aimers{};
-    for (std::size_t i = 0; i < NUM_PAIRS; ++i) {
-        aimers |= pairOf(geometry.Spots[space].Reached, i) & pairOf(board.ByHeight, i);
+inline Set AimersAt(const BoardShape<Set>& shape, const SearchBoard<Set>& board, int space) {
+    Set aimers = 0;
+    for (int height = 0; height <= REACH_NONE; ++height) {
+        aimers |= shape.Spots[space].Reached[height] & board.ByHeight[height];
     }
-    if constexpr (sizeof(Set) == sizeof(std::uint64_t)) {
-        return aimers[0] | aimers[1];
-    } else {
-        return std::bit_cast<Set>(aimers);
-    }
+    return aimers;
 }
 
 // The position behind the move of the tower on `source` to `target`, of which `dead` dies.
 template <typename Set>
-inline SearchBoard<Set> MakeChild(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
+inline SearchBoard<Set> MakeChild(const BoardShape<Set>& shape, const SearchBoard<Set>& board,
                                   int source, int target, Set dead) {
     const Set from = Bit<Set>(source);
     const Set to = Bit<Set>(target);
@@ -135,7 +118,7 @@ inline SearchBoard<Set> MakeChild(const Geometry<Set>& geometry, const SearchBoa
     SearchBoard<Set> child;
     child.Occupied = board.Occupied & alive;
     child.Life = (board.Life | (Has(board.Life, source) ? to : Set{0})) & alive;
-    child.Enclosed = board.Enclosed & alive & ~geometry.Neighbours(source);
+    child.Enclosed = board.Enclosed & alive & ~shape.Neighbours(source);
     child.Owned[mover] = (board.Owned[mover] | to) & alive;
     child.Owned[OtherColor(mover)] = board.Owned[OtherColor(mover)] & stay;
     for (int height = 0; height <= REACH_NONE; ++height) {
@@ -144,13 +127,13 @@ inline SearchBoard<Set> MakeChild(const Geometry<Set>& geometry, const SearchBoa
     if (stacked < REACH_NONE) {
         child.ByHeight[stacked] |= to & alive;
     }
-    for (int space = 0; space < Geometry<Set>::MAX_SPACES; ++space) {
+    for (int space = 0; space < BoardShape<Set>::MAX_SPACES; ++space) {
         child.Height[space] = board.Height[space];
     }
-    for (int space = 0; space < Geometry<Set>::MAX_SPACES; ++space) {
+    for (int space = 0; space < BoardShape<Set>::MAX_SPACES; ++space) {
         child.Kind[space] = board.Kind[space];
     }
-    for (Set freed = board.Enclosed & geometry.Neighbours(source); freed != 0;) {
+    for (Set freed = board.Enclosed & shape.Neighbours(source); freed != 0;) {
         child.Kind[TakeFirst(freed)] |= KIND_FREE;
     }
     child.Height[target] = static_cast<std::uint8_t>(stacked);

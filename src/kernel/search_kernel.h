@@ -2,11 +2,14 @@
 // of rules/moves.cpp, and the values and counts those of the plain engine in tests/plain; the tests
 // hold it to both.
 //
-// To understand the machinery, read bit_set.h (sets of spaces), geometry.h (who reaches whom),
-// search_board.h (the compact board), tallies.h (what the evaluation weighs), worth.h (the same in
-// whole numbers), tally_count.h (counting both), life_rule.h (who dies), lifting.h (from a board to
-// its children), search_table.h (positions met again) and then search_kernel.cpp, where a search
-// puts them together.
+// To understand the machinery, read first what a board is: bit_set.h (sets of spaces),
+// board_shape.h (who reaches whom), search_board.h (the compact board) and life_rule.h (who dies).
+// Then what it is worth: weights.h and tallies.h (what the evaluation weighs), tally_count.h
+// (counting it), worth.h (the same in whole numbers), worth_count.h (counting that) and lifting.h
+// (from a board to its children). Then the search: each_move.h (the moves), static_value.h (exact
+// values), bounds.h and best_so_far.h (when a node is done with), leaves.h, move_order.h and
+// children.h (what to try first), search_kernel.cpp, where all is put together, and search_table.h
+// (positions met again).
 #pragma once
 
 #include <atomic>

@@ -23,8 +23,8 @@ namespace {
 struct SearchOutcome {
     double Value = 0.0;  // what the search of the node returned
     double Above = 0.0;  // the best value before the move that reached the bound
-    // The value of that move, or a trifle less where only that it was enough is known; or
-    // HIGH_INIT_VALUE when none reached the bound.
+    // The value of that move, or a lower one that reaches the bound as well (SearchLeaves in
+    // leaves.h answers with one); or HIGH_INIT_VALUE when none reached the bound.
     double UpTo = 0.0;
     std::int64_t NumEvaluations = 0;  // counted evaluations of the whole subtree
 };
@@ -38,7 +38,7 @@ template <typename Set>
 struct SearchTable {
     // All that tells one node from another.
     struct Key {
-        std::array<std::uint8_t, Geometry<Set>::MAX_SPACES> Height;
+        std::array<std::uint8_t, BoardShape<Set>::MAX_SPACES> Height;
         std::array<Set, 2> Owned;
         Set Life;
         Set Label;  // side to move, remaining depth and number of the search; see AddressOf

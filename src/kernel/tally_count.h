@@ -1,10 +1,8 @@
-// Counting over the compact board what the evaluation weighs: the tallies, from nothing, and the
-// worth of single towers.
+// Counting over the compact board what the evaluation weighs.
 #pragma once
 
 #include "kernel/search_board.h"
 #include "kernel/tallies.h"
-#include "kernel/worth.h"
 
 namespace {
 
@@ -33,7 +31,7 @@ static_assert(MAX_BOARD_SPACES < 1 << 8 && NUM_DIRECTIONS * MAX_BOARD_SPACES < 1
 // Counts the tallies of the whole board, without those of the targets that the other side owns when
 // nobody asks for them.
 template <typename Set>
-inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set>& board,
+inline Tallies CountTallies(const BoardShape<Set>& shape, const SearchBoard<Set>& board,
                             bool withEnemies) {
     constexpr int FLAGS = KIND_FREE | KIND_LIFE;
     std::array<std::uint64_t, FLAGS + 1> leads;  // WHITE's sums less BLACK's, by flags
@@ -44,7 +42,7 @@ inline Tallies CountTallies(const Geometry<Set>& geometry, const SearchBoard<Set
         ForEachSpace(board.Owned[owner], [&](int space) {
             const int height = board.Height[space];
             const int kind = board.Kind[space];
-            const Set reached = geometry.Spots[space].Reached[ReachRow(height)] & board.Occupied;
+            const Set reached = shape.Spots[space].Reached[ReachRow(height)] & board.Occupied;
             const int targets = Count(reached);
             auto field = [](int count, const TallyField& to) {
                 return static_cast<std::uint64_t>(count) << to.Place;
@@ -82,100 +80,6 @@ inline int StoneLeadBehind(const SearchBoard<Set>& board, int source, int target
     ForEachSpace(board.Owned[WHITE] & ~gone, [&](int space) { lead += board.Height[space]; });
     ForEachSpace(board.Owned[BLACK] & ~gone, [&](int space) { lead -= board.Height[space]; });
     return lead;
-}
-
-// What the search keeps at hand: the tables of the board, and what towers are worth.
-template <typename Set>
-struct Context {
-    const Geometry<Set>& Shape;
-    WorthTable Worths;
-};
-
-// The sets that towers are judged by.
-template <typename Set>
-struct TowerView {
-    Set Occupied;
-    Set Life;
-};
-
-// What the tower on a space adds to the worth of a board as it stands in `view`, at this worth of
-// its kind and without the targets that the other side owns.
-template <typename Set>
-inline Worth PlainWorth(const Context<Set>& context, const TowerView<Set>& view, int space,
-                        int height, const TowerWorth& worth) {
-    const Set reached = context.Shape.Spots[space].Reached[ReachRow(height)] & view.Occupied;
-    return worth.Tower + height * worth.Stone + Count(reached) * worth.Target +
-           Count(reached & view.Life) * worth.LifeTarget;
-}
-
-// The same with those targets: `kind` tells whose tower it is. Nothing when it is a lone life
-// stone.
-template <typename Set>
-inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
-                          const TowerView<Set>& view, int space, int kind, int height,
-                          const TowerWorth& worth) {
-    Worth sum = PlainWorth(context, view, space, height, worth);
-    if (context.Worths.WithEnemies) {
-        const Set reached = context.Shape.Spots[space].Reached[ReachRow(height)] & view.Occupied;
-        const Set enemies = board.Owned[kind < BLACK * KIND_OWNER ? BLACK : WHITE];
-        sum += Count(reached & enemies) * worth.EnemyTarget;
-    }
-    return sum;
-}
-
-template <typename Set>
-inline Worth WorthOfTower(const Context<Set>& context, const SearchBoard<Set>& board,
-                          const TowerView<Set>& view, int space, int kind, int height) {
-    return WorthOfTower(context, board, view, space, kind, height, context.Worths.Towers[kind]);
-}
-
-// What is gained when the enclosed tower on a space becomes free.
-template <typename Set>
-inline Worth WorthOfFreedom(const Context<Set>& context, const SearchBoard<Set>& board,
-                            const TowerView<Set>& view, int space) {
-    const int kind = board.Kind[space];
-    return WorthOfTower(context, board, view, space, kind, board.Height[space],
-                        context.Worths.Freedoms[kind]);
-}
-
-// The worth of the whole board.
-template <typename Set>
-inline Worth WorthOfBoard(const Context<Set>& context, const SearchBoard<Set>& board) {
-    Worth sum = 0;
-    for (Set occupied = board.Occupied; occupied != 0;) {
-        const int space = TakeFirst(occupied);
-        sum += WorthOfTower(context, board, {board.Occupied, board.Life}, space, board.Kind[space],
-                            board.Height[space]);
-    }
-    return sum;
-}
-
-// The towers of a board in the order of WorthTable's Targets: WHITE's enclosed and free ones, then
-// BLACK's.
-template <typename Set>
-using TowerGroups = std::array<Set, 4>;
-
-template <typename Set>
-inline TowerGroups<Set> GroupTowers(const SearchBoard<Set>& board, Set enclosed) {
-    return {board.Owned[WHITE] & enclosed, board.Owned[WHITE] & ~enclosed,
-            board.Owned[BLACK] & enclosed, board.Owned[BLACK] & ~enclosed};
-}
-
-// What `aimers`, towers of `board`, contribute by having a target of this kind.
-template <typename Set>
-inline Worth WorthOfTarget(const Context<Set>& context, const SearchBoard<Set>& board,
-                           const TowerGroups<Set>& groups, Set aimers, int kind) {
-    const auto& worths = context.Worths.Targets[kind];
-    Worth sum = 0;
-    for (int i = 0; i < 4; ++i) {
-        sum += Count(aimers & groups[i]) * worths[i];
-    }
-    if ((aimers & board.Life) != 0) {
-        for (int i = 0; i < 4; ++i) {
-            sum += Count(aimers & groups[i] & board.Life) * context.Worths.LifeHolders[i];
-        }
-    }
-    return sum;
 }
 
 }  // namespace

@@ -56,7 +56,7 @@ struct WorthTable {
     // The flags of the lifted towers that change what others are worth when they are put down:
     // those with life; or all, when it matters who owns a target, and all that can be lifted are
     // free.
-    int SpecialKinds = KIND_LIFE;
+    int SpecialFlags = KIND_LIFE;
     double Scale = 1.0;  // a power of two: the rank of a value of 1
     // The rank of a position is nearer to its value, in units of rank, than this.
     Rank Margin = 0;
@@ -80,8 +80,8 @@ struct WorthTable {
 // and those of the mobility, a worth has room in 64.
 inline constexpr int WEIGHT_BITS = 32;
 
-// The nearest whole number, or the next one where two are nearly as near: off by half a unit and a
-// trifle. The library's functions take longer than a short search can spare.
+// The nearest whole number, or the next one where two are nearly as near: off by half a unit and
+// 2^-20 of one at most. The library's functions take longer than a short search can spare.
 inline Worth RoundedWeight(double scaled) {
     return static_cast<Worth>(scaled < 0.0 ? scaled - 0.5 : scaled + 0.5);
 }
@@ -124,9 +124,9 @@ inline void FillFreedoms(WorthTable& table) {
 inline void FillTargetWorths(WorthTable& table) {
     for (int i = 0; i < 4; ++i) {
         const int owner = i / 2;
-        const int plain = KindOf(owner, i % 2 != 0, false);
-        const TowerWorth& worth = table.Towers[plain];
-        table.LifeHolders[i] = table.Towers[plain | KIND_LIFE].Target - worth.Target;
+        const int lifeless = KindOf(owner, i % 2 != 0, false);
+        const TowerWorth& worth = table.Towers[lifeless];
+        table.LifeHolders[i] = table.Towers[lifeless | KIND_LIFE].Target - worth.Target;
         for (int kind = 0; kind < NUM_KINDS; ++kind) {
             table.Targets[kind][i] = worth.Target +
                                      ((kind & KIND_LIFE) != 0 ? worth.LifeTarget : 0) +
@@ -154,7 +154,7 @@ inline WorthTable MakeWorthTable(const TallyWeights& weights, int spaces, int st
     table.Margin = (19 * spaces + stones) / 2 + 4;
     table.WithEnemies = weights[TargetSums(false) + TALLY_TO_ENEMY] != 0.0 ||
                         weights[TargetSums(true) + TALLY_TO_ENEMY] != 0.0;
-    table.SpecialKinds = KIND_LIFE | (table.WithEnemies ? KIND_FREE : 0);
+    table.SpecialFlags = KIND_LIFE | (table.WithEnemies ? KIND_FREE : 0);
     FillTowerWorths(weights, table);
     FillFreedoms(table);
     FillTargetWorths(table);

@@ -31,13 +31,22 @@ void AddNews(PageNews& news, const PageNews& later) {
     }
 }
 
-std::vector<std::string> MessagesOf(const PageNews& news, bool isAll) {
+std::vector<std::string> MessagesOf(const PageNews& news) {
     std::vector<std::string> messages;
-    if (isAll || !news.Log.empty()) {
-        messages.push_back(LogMessage(news.Log, isAll));
+    if (!news.Log.empty()) {
+        messages.push_back(LogMessage(news.Log, false));
     }
-    if (isAll || news.HasPlies) {
+    if (news.HasPlies) {
         messages.push_back(PliesMessage(news.FirstPly, news.Plies));
+    }
+    return messages;
+}
+
+std::vector<std::string> AllMessagesOf(const PageNews& all) {
+    std::vector<std::string> messages = {LogMessage(all.Log, true),
+                                         PliesMessage(all.FirstPly, all.Plies)};
+    if (!all.State.empty()) {
+        messages.push_back(all.State);
     }
     return messages;
 }

@@ -17,5 +17,8 @@ struct PageNews {
 // Adds what came later.
 void AddNews(PageNews& news, const PageNews& later);
 
-// The messages that tell a page of it; with `isAll` one that knows nothing.
-[[nodiscard]] std::vector<std::string> MessagesOf(const PageNews& news, bool isAll);
+// The messages that tell a page of it, but for the state.
+[[nodiscard]] std::vector<std::string> MessagesOf(const PageNews& news);
+
+// All messages of the sum of all news, for a page that knows nothing.
+[[nodiscard]] std::vector<std::string> AllMessagesOf(const PageNews& all);

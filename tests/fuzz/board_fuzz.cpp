@@ -34,7 +34,7 @@ void RequireWholeNews(Board& board, const PageNews& news) {
     Require(news.State.size() < 100000, "a state is not large");
     Require(state["spaces"].size() == static_cast<std::size_t>(NumBoardSpaces()),
             "a state has all spaces");
-    for (const std::string& message : MessagesOf(news, false)) {
+    for (const std::string& message : MessagesOf(news)) {
         Require(json::parse(message).is_object(), "a message can be read");
     }
 }

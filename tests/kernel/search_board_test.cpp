@@ -6,6 +6,7 @@
 
 #include "common/engine_games.h"
 #include "kernel/lifting.h"
+#include "kernel/tally_count.h"
 #include "plain/plain_engine.h"
 
 namespace {
@@ -44,7 +45,7 @@ Worth PlainWorth(const Tallies& tallies, const TallyWeights& weights, const Wort
 // worth, carried over, is that of its tallies, and near to its value.
 template <typename Set>
 void CompareChildren(const Position& position, const EvalWeights& weights) {
-    const Geometry<Set>& shape = CurrentGeometry<Set>();
+    const BoardShape<Set>& shape = CurrentShape<Set>();
     const SearchBoard<Set> board = ToSearchBoard(shape, position);
     ASSERT_EQ(CountTallies(shape, board, true), PlainTallies(position))
         << WriteBoardText("parent", position);
@@ -53,9 +54,9 @@ void CompareChildren(const Position& position, const EvalWeights& weights) {
     for (const int height : board.Height) {
         stones += height;
     }
-    const Context<Set> context = {shape, MakeWorthTable(ordered, shape.NumSpaces, stones)};
-    const WorthTable& worths = context.Worths;
-    const Worth worth = WorthOfBoard(context, board);
+    const BoardTables<Set> tables = {shape, MakeWorthTable(ordered, shape.NumSpaces, stones)};
+    const WorthTable& worths = tables.Worths;
+    const Worth worth = WorthOfBoard(tables, board);
     ASSERT_EQ(worth, PlainWorth(PlainTallies(position), ordered, worths));
 
     MoveArray moves;
@@ -71,17 +72,17 @@ void CompareChildren(const Position& position, const EvalWeights& weights) {
         Position child;
         DoMove(position, moves[i], child);
         LiftedBoard<Set> lifted;
-        LiftTower(context, board, GroupTowers(board, board.Enclosed), worth, source, lifted);
-        const Landing<Set> landing = PutDown(context, board, lifted, target);
+        LiftTower(tables, board, GroupTowers(board, board.Enclosed), worth, source, lifted);
+        const Landing<Set> landing = PutDown(tables, board, lifted, target);
         ASSERT_EQ(MakeChild(shape, board, source, target, landing.Dead),
                   ToSearchBoard(shape, child))
             << WriteBoardText("parent", position) << " move " << i;
         const Tallies tallies = PlainTallies(child);
-        ASSERT_EQ(landing.Sum, PlainWorth(tallies, ordered, worths))
+        ASSERT_EQ(landing.WorthBehind, PlainWorth(tallies, ordered, worths))
             << WriteBoardText("parent", position) << " move " << i;
-        ASSERT_EQ(CanMove(landing.Sum), tallies.Mobility != 0);
+        ASSERT_EQ(CanMove(landing.WorthBehind), tallies.Mobility != 0);
         const double value = WeightedSum(tallies, ordered) * worths.Scale;
-        ASSERT_LT(std::fabs(value - static_cast<double>(RankAgainst(landing.Sum, BLACK))),
+        ASSERT_LT(std::fabs(value - static_cast<double>(RankAgainst(landing.WorthBehind, BLACK))),
                   static_cast<double>(worths.Margin));
     }
 }
@@ -120,7 +121,7 @@ TEST(SearchBoard, EveryBoardFitsOneOfTheSets) {
         for (int rows = 1; rows <= MAX_BOARD_Y_DIM; ++rows) {
             UseBoard(columns, rows);
             const int most =
-                IsSmallBoard() ? Geometry<SmallSet>::MAX_SPACES : Geometry<LargeSet>::MAX_SPACES;
+                IsSmallBoard() ? BoardShape<SmallSet>::MAX_SPACES : BoardShape<LargeSet>::MAX_SPACES;
             EXPECT_LT(NumBoardSpaces(), most);  // one bit stays free for "off the board"
         }
     }

@@ -21,17 +21,13 @@ struct alignas(64) Spot {
     // The same by direction, with NumSpaces for what is off the board; height 0, that of an empty
     // space, reaches nothing.
     std::array<std::array<std::uint8_t, NUM_DIRECTIONS>, REACH_NONE + 1> Target{};
-    // Where the neighbours stand in a set; see OccupiedNeighbours.
-    std::uint8_t Above = 0;    // number of the space (column, row - 1), plus 1
-    std::uint8_t Below = 0;    // number of (column - 1, row + 1), plus 1
-    std::uint8_t OnBoard = 0;  // bit d: there is a neighbour in direction d
     std::uint8_t Column = 0;
     std::uint8_t Row = 0;
     std::uint8_t FromCenter = 0;  // CenterDistance
 };
 
 template <typename Set>
-struct Geometry {
+struct BoardShape {
     static constexpr int MAX_SPACES = sizeof(Set) * 8;  // one of them stands for "off the board"
 
     std::array<Spot<Set>, MAX_SPACES> Spots{};
@@ -47,9 +43,9 @@ struct Geometry {
 // The tables of the current board, made anew when the board size has changed since the last call.
 // The board must fit: at most MAX_SPACES - 1 spaces.
 template <typename Set>
-const Geometry<Set>& CurrentGeometry();
+const BoardShape<Set>& CurrentShape();
 
-static_assert(MAX_BOARD_SPACES < Geometry<LargeSet>::MAX_SPACES);
+static_assert(MAX_BOARD_SPACES < BoardShape<LargeSet>::MAX_SPACES);
 
 // True when the current board fits into a SmallSet.
 [[nodiscard]] bool IsSmallBoard();
