@@ -120,8 +120,8 @@ TEST(SearchBoard, EveryBoardFitsOneOfTheSets) {
     for (int columns = 1; columns <= MAX_BOARD_X_DIM; ++columns) {
         for (int rows = 1; rows <= MAX_BOARD_Y_DIM; ++rows) {
             UseBoard(columns, rows);
-            const int most =
-                IsSmallBoard() ? BoardShape<SmallSet>::MAX_SPACES : BoardShape<LargeSet>::MAX_SPACES;
+            const int most = IsSmallBoard() ? BoardShape<SmallSet>::MAX_SPACES
+                                            : BoardShape<LargeSet>::MAX_SPACES;
             EXPECT_LT(NumBoardSpaces(), most);  // one bit stays free for "off the board"
         }
     }
