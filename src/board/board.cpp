@@ -63,7 +63,11 @@ void TakeWhatIsNew(Board& board) {
 void BeginPlaying(Board& board) {
     board.Web.OnPage = [&board] { return AllMessagesOf(board.All); };
     board.Web.OnMessage = [&board](std::string_view message) {
-        const std::string refusal = AskGame(board.Game, ReadPageRequest(message));
+        const PageRequest request = ReadPageRequest(message);
+        if (request.Kind == RequestKind::Download) {
+            return FileMessage(board.All.Saved);
+        }
+        const std::string refusal = AskGame(board.Game, request);
         return refusal.empty() ? "" : ErrorMessage(refusal);
     };
     board.Game.Wake = [&board] {

@@ -7,6 +7,7 @@
 
 #include "config/glob_cfg.h"
 #include "display/gui_link.h"
+#include "page/page_lines.h"
 #include "support/fatal.h"
 #include "support/output.h"
 #include "support/requests.h"
@@ -18,6 +19,7 @@ void HandOver(GameThread& game, const PageNews& news, GameState state) {
         const std::lock_guard lock(game.Mutex);
         AddNews(game.News, news);
         game.Queue.IsWaiting = state == GameState::Waiting && game.Queue.Lines.empty();
+        game.Queue.Move = game.Page.Told.CurrentMove;
     }
     game.Wake();
 }
@@ -41,7 +43,7 @@ bool Play(GameThread& game) {
         if (HasComputerTurn(game.Page)) {
             PlayPageTurn(game.Page);
         } else if (const std::optional<PageRequest> line = AwaitLine(game)) {
-            TypePageLine(game.Page, *line);
+            CarryOut(game.Page, *line);
         }
         if (game.Page.Game.Play.QuitFlag != 0) {
             return true;

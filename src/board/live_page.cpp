@@ -20,8 +20,9 @@ using boost::system::error_code;
 constexpr auto PARTING_TIME = std::chrono::seconds(10);
 constexpr auto IDLE_TIME = std::chrono::seconds(30);
 constexpr std::size_t MAX_PAGES = 32;
-constexpr std::size_t MAX_MESSAGE_LENGTH = 4096;
-constexpr std::size_t MAX_WAITING = 1048576;  // bytes for one page
+constexpr std::size_t MAX_TOKEN_LENGTH = 4096;      // with what is round it
+constexpr std::size_t MAX_MESSAGE_LENGTH = 524288;  // a saved game, whose characters may be escaped
+constexpr std::size_t MAX_WAITING = 1048576;        // bytes for one page
 
 }  // namespace
 
@@ -91,6 +92,7 @@ void ForgetState(LivePage& page) {
 void LetIn(const Page& page) {
     WebServer& server = page->Server;
     page->Stream->expires_never();
+    page->Socket.read_message_max(MAX_MESSAGE_LENGTH);
     std::erase_if(server.Strangers,
                   [&](const auto& stranger) { return stranger.lock() == page->Stream; });
     const std::vector<std::string> greeting = server.OnPage();
@@ -147,7 +149,7 @@ void OpenLivePage(WebServer& server, const std::shared_ptr<beast::tcp_stream>& s
                   const beast::http::request<beast::http::empty_body>& handshake) {
     const auto page = std::make_shared<LivePage>(server, stream);
     page->Socket.set_option(websocket::stream_base::timeout{PARTING_TIME, IDLE_TIME, true});
-    page->Socket.read_message_max(MAX_MESSAGE_LENGTH);
+    page->Socket.read_message_max(MAX_TOKEN_LENGTH);
     page->Socket.auto_fragment(false);
     page->Socket.async_accept(handshake, [page](const error_code& failed) {
         if (!failed) {

@@ -11,18 +11,18 @@
 void GetEvaluationInfo(const Position& position, ReportMode mode, int number,
                        const ThoughtWatch& watch) {
     if (IsEndPosition(position)) {
-        Print("The game has already ended in this position!\n");
+        PrintRefusal("The game has already ended in this position!\n");
         PrintScore(position);
         return;
     }
     if (position.SetupPhase != 0) {
-        Print("Evaluation during setup is not availible!\n");
+        PrintRefusal("Evaluation during setup is not availible!\n");
         return;
     }
     const EvaluationReport report = ReportOn(position, mode, number, &watch);
     DropRequests(HURRY_REQUESTS);
     if (!report.Found.IsFinished) {
-        Print("Evaluation was interrupted!\n");
+        PrintRefusal("Evaluation was interrupted!\n");
         return;
     }
     PrintCutOff(position, report.Found.Search);

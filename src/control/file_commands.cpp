@@ -16,16 +16,6 @@ namespace {
 constexpr const char* DEFAULT_GAME_NAME = "quicksave.tlx";
 constexpr const char* GAME_EXTENSION = ".tlx";
 
-// The file that the argument of load and save names.
-std::string GameFileName(const std::string& argument) {
-    std::string name(ReadWord(argument));
-    if (name.empty()) {
-        name = DEFAULT_GAME_NAME;
-    }
-    AddExtensionToString(name, GAME_EXTENSION);
-    return name;
-}
-
 // What went into a pipe or came out of one is in no file.
 bool IsFile(const std::string& name) {
     std::error_code unknown;
@@ -42,19 +32,29 @@ void ShowLastPosition(PlayState& state) {
 
 }  // namespace
 
+std::string GameFileName(const std::string& argument) {
+    std::string name(ReadWord(argument));
+    if (name.empty()) {
+        name = DEFAULT_GAME_NAME;
+    }
+    AddExtensionToString(name, GAME_EXTENSION);
+    return name;
+}
+
 void DoLoad(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("A game is running! Stop it before loading a game!\n");
+        PrintRefusal("A game is running! Stop it before loading a game!\n");
         return;
     }
     const std::string name = GameFileName(argument);
     Print("Loading game from file: \"%s\"!\n", name.c_str());
     if (LoadGame(name, state.Record) != 0) {
-        Print("Loading game failed!\n");
+        PrintRefusal("Loading game failed!\n");
         return;
     }
     Print("loading game was successful.\n");
     state.HasNewPlies = !IsFile(name);
+    state.InFile = state.HasNewPlies ? "" : name;
     ShowLastPosition(state);
 }
 
@@ -62,16 +62,19 @@ void DoSave(const std::string& argument, PlayState& state) {
     const std::string name = GameFileName(argument);
     Print("Saving current game in file: \"%s\"!\n", name.c_str());
     if (SaveGame(state.Record, name) != 0) {
-        Print("Saving game failed!\n");
+        PrintRefusal("Saving game failed!\n");
         return;
     }
     Print("Saving game was successful.\n");
-    state.HasNewPlies = state.HasNewPlies && !IsFile(name);
+    if (IsFile(name)) {
+        state.HasNewPlies = false;
+        state.InFile = name;
+    }
 }
 
 void DoImport(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("A game is running! Stop it before importing a game!\n");
+        PrintRefusal("A game is running! Stop it before importing a game!\n");
         return;
     }
     if (argument.empty()) {
@@ -81,11 +84,12 @@ void DoImport(const std::string& argument, PlayState& state) {
     BoardSettingsGuard settings;
     SetBoardSettings(DEFAULT_BOARD);
     if (ImportGame(argument, state.Record) != 0) {
-        Print("Importing game from file \"%s\" failed!\n", argument.c_str());
+        PrintRefusal("Importing game from file \"%s\" failed!\n", argument.c_str());
         return;
     }
     settings.Keep();
     state.HasNewPlies = true;
+    state.InFile.clear();
     ShowLastPosition(state);
     Print("\nGame was successfully imported.\n");
 }

@@ -5,6 +5,9 @@
 
 #include "control/play_state.h"
 
+// The file that an argument of load and save names.
+[[nodiscard]] std::string GameFileName(const std::string& argument);
+
 // Replaces the stopped game by one from a saved-game file and shows its last position.
 void DoLoad(const std::string& argument, PlayState& state);
 

@@ -38,6 +38,7 @@ void BeginNewGame(PlayState& state) {
     state.Record.LastMove = 0;
     state.SearchDepth = 0;
     state.HasNewPlies = false;
+    state.InFile.clear();
     GlobCfg.GameRunFlag = 1;
 }
 
@@ -53,7 +54,7 @@ bool ReadReportNumber(ReportMode mode, const std::string& argument, int searchDe
     }
     number = Max(0, *given);
     if (mode == ReportMode::Depth && number > MAX_SEARCH_DEPTH) {
-        Print("Maximum depth is %i!\n", MAX_SEARCH_DEPTH);
+        PrintRefusal("Maximum depth is %i!\n", MAX_SEARCH_DEPTH);
         number = MAX_SEARCH_DEPTH;
     }
     return true;
@@ -77,6 +78,7 @@ void AdvanceAndShow(PlayState& state) {
     ++state.CurrentMove;
     state.Record.LastMove = state.CurrentMove;
     state.HasNewPlies = true;
+    state.InFile.clear();
     ShowPosition(state);
 }
 
@@ -93,7 +95,7 @@ bool PlayTypedPly(const std::string& text, PlayState& state) {
 
 void DoUndo(PlayState& state) {
     if (state.CurrentMove < 2) {
-        Print("There is nothing to undo!\n");
+        PrintRefusal("There is nothing to undo!\n");
         return;
     }
     const auto& positions = state.Record.PositionList;
@@ -118,9 +120,9 @@ void DoForward(const std::string& argument, PlayState& state) {
 
 void DoStart(const PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("game is already started!");  // the next prompt follows on the same line
+        PrintRefusal("game is already started!");  // the next prompt follows on the same line
     } else if (IsEndPosition(state.Record.PositionList[state.CurrentMove])) {
-        Print("game cannot be started in an end position!\n");
+        PrintRefusal("game cannot be started in an end position!\n");
     } else {
         GlobCfg.GameRunFlag = 1;
     }
@@ -128,11 +130,11 @@ void DoStart(const PlayState& state) {
 
 void DoCont(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("game is already running!\n");
+        PrintRefusal("game is already running!\n");
         return;
     }
     if (IsEndPosition(state.Record.PositionList[state.Record.LastMove])) {
-        Print("game is finished and cannot be continued!\n");
+        PrintRefusal("game is finished and cannot be continued!\n");
         return;
     }
     state.CurrentMove = state.Record.LastMove;
@@ -142,14 +144,14 @@ void DoCont(PlayState& state) {
 
 void DoStop() {
     if (GlobCfg.GameRunFlag != 1) {
-        Print("game is already stopped!\n");
+        PrintRefusal("game is already stopped!\n");
     }
     GlobCfg.GameRunFlag = 0;
 }
 
 void DoNew(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("A game is running! Stop it before creating a new one!\n");
+        PrintRefusal("A game is running! Stop it before creating a new one!\n");
         return;
     }
     BeginNewGame(state);
@@ -159,8 +161,8 @@ void DoNew(PlayState& state) {
 
 void DoBoardSize(const std::string& argument, PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("A game is running! Stop it before changing boardsize and creating a new one!"
-              "\n");
+        PrintRefusal("A game is running! Stop it before changing boardsize and creating a new one!"
+                     "\n");
         return;
     }
     std::string_view rest = argument;
@@ -172,8 +174,8 @@ void DoBoardSize(const std::string& argument, PlayState& state) {
     }
     if (!IsBoardSize(*x, *y)) {
         PrintUsageError(COMMAND_BOARDSIZE);
-        Print("x_size: 1-%i\n", MAX_BOARD_X_DIM);
-        Print("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
+        PrintRefusal("x_size: 1-%i\n", MAX_BOARD_X_DIM);
+        PrintRefusal("y_size: 1-%i\n", MAX_BOARD_Y_DIM);
         return;
     }
     GlobCfg.BoardXDim = *x;
@@ -202,13 +204,13 @@ void DoEvaluate(const std::string& argument, const Session& session) {
 
 void DoMoveCommand(const std::string& argument, PlayState& state) {
     if (!PlayTypedPly(argument, state)) {
-        Print("Error in Move! Move was not executed!\n");
+        PrintRefusal("Error in Move! Move was not executed!\n");
     }
 }
 
 void DoQuit(PlayState& state) {
     if (GlobCfg.GameRunFlag == 1) {
-        Print("A game is running! Stop it before exiting talurex!\n");
+        PrintRefusal("A game is running! Stop it before exiting talurex!\n");
         return;
     }
     CloseGuiLink();

@@ -44,6 +44,6 @@ void PrintHelp(const std::string& argument) {
 
 void PrintUsageError(CommandId id) {
     const Command& command = CommandList[id];
-    Print("Error in Command!\nusage: /%s%s\n%s", command.Name, command.ErrorPattern,
-          command.ErrorHint);
+    PrintRefusal("Error in Command!\nusage: /%s%s\n%s", command.Name, command.ErrorPattern,
+                 command.ErrorHint);
 }

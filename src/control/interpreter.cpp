@@ -31,7 +31,7 @@ void ExecuteCommand(CommandId id, const std::string& argument, Session& session)
     case COMMAND_EVALUATE: return DoEvaluate(argument, session);
     case COMMAND_MOVE: return DoMoveCommand(argument, state);
     case COMMAND_ANALYZE:
-        Print("I am sorry! Not yet implemented! Please check next version.\n");
+        PrintRefusal("I am sorry! Not yet implemented! Please check next version.\n");
         return;
     case COMMAND_STATUS: return DoStatus(argument);
     case COMMAND_HELP: return PrintHelp(argument);
@@ -39,7 +39,7 @@ void ExecuteCommand(CommandId id, const std::string& argument, Session& session)
     case COMMAND_GUI: return DoGui(argument);
     case COMMAND_HIGHLIGHTING: return DoHighlighting(argument);
     case COMMAND_ABOUT: return PrintAbout();
-    case UNKNOWN_COMMAND: Print("unknown command! (Try /help for help)\n"); return;
+    case UNKNOWN_COMMAND: PrintRefusal("unknown command! (Try /help for help)\n"); return;
     }
     ErrorExit("ExecuteCommand: Illegal default case reached! (bug in calling routine)\n");
 }

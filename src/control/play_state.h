@@ -1,6 +1,8 @@
 // Where play stands: the game in memory and the variables around it.
 #pragma once
 
+#include <string>
+
 #include "rules/game_record.h"
 
 struct PlayState {
@@ -10,6 +12,7 @@ struct PlayState {
     int ComputerSide = WHITE;  // the colour the computer plays in this game
     int QuitFlag = 0;          // 1: the game was quit
     bool HasNewPlies = false;  // plies were played that are in no file of this run
+    std::string InFile;        // the file that a load or save has the whole game in, if any
 };
 
 [[nodiscard]] inline const Position& ShownPosition(const PlayState& play) {

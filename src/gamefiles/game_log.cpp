@@ -33,7 +33,7 @@ bool ReadLine(Log& log) {
     if (GetNextGoodLine(log.File, log.Line) == 0) {
         return true;
     }
-    Print("Error: Unexpected end of import file!\n");
+    PrintRefusal("Error: Unexpected end of import file!\n");
     return false;
 }
 
@@ -41,7 +41,7 @@ bool CheckLineLength(const Log& log, std::size_t length) {
     if (log.Line.size() >= length) {
         return true;
     }
-    Print("Error in Import file: line too short! (move %i)\n", log.Record.LastMove + 1);
+    PrintRefusal("Error in Import file: line too short! (move %i)\n", log.Record.LastMove + 1);
     return false;
 }
 
@@ -65,7 +65,7 @@ bool ReadPlacements(Log& log) {
         move.Column = place.Column;
         move.Row = place.Row;
         if (!MoveIsOk(Current(log), move, 0)) {
-            Print("Error in Import file: (setup move number %i is not correct!\n", k + 1);
+            PrintRefusal("Error in Import file: (setup move number %i is not correct!\n", k + 1);
             return false;
         }
         DoSetupMove(Current(log), move, log.Record.PositionList[k + 1]);
@@ -89,7 +89,7 @@ bool ReadStartPosition(Log& log) {
         for (int x = columns.First; x < columns.End; ++x) {
             const int stone = TakeStone(log.Line, STONE_SIGNS);
             if (stone < 0) {
-                Print("Illegal char in import file!\n");
+                PrintRefusal("Illegal char in import file!\n");
                 return false;
             }
             Current(log).Spaces[x][y] = SpaceWith(stone);
@@ -109,7 +109,7 @@ bool ReadMove(Log& log) {
     const Place target = PlaceAt(log, 3);
     Way way;
     if (!FindWay(target.Column - source.Column, target.Row - source.Row, way)) {
-        Print("Illegal move in import file (move %i)!\n", k + 1);
+        PrintRefusal("Illegal move in import file (move %i)!\n", k + 1);
         return false;
     }
     Move& move = log.Record.MoveList[k];
@@ -117,7 +117,7 @@ bool ReadMove(Log& log) {
     move.Row = source.Row;
     move.Direction = way.Direction;
     if (!MoveIsOk(Current(log), move, way.Distance)) {
-        Print("Error in Import file: (move number %i is not correct!)\n", k + 1);
+        PrintRefusal("Error in Import file: (move number %i is not correct!)\n", k + 1);
         return false;
     }
     DoMove(Current(log), move, log.Record.PositionList[k + 1]);
@@ -161,7 +161,7 @@ int ImportGame(const std::string& fileName, GameRecord& record) {
     }
     Log& log = *reading;
     if (FileOpenToRead(fileName, log.File) != 0) {
-        Print("Error: Import file \"%s\" could not be opened!\n", fileName.c_str());
+        PrintRefusal("Error: Import file \"%s\" could not be opened!\n", fileName.c_str());
         return 1;
     }
     OwnedFile file(log.File);

@@ -1,13 +1,13 @@
 #include "gamefiles/kept_game.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <utility>
 
-#include "config/board_settings.h"
-#include "gamefiles/saved_game.h"
-#include "support/fatal.h"
+#include "gamefiles/stored_games.h"
 #include "support/file_replace.h"
 #include "support/output.h"
 
@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int MAX_KEPT_FILES = 9;
-constexpr std::uintmax_t MAX_GAME_LENGTH = 65536;
+constexpr char PREVIOUS_GAME_NAME[] = "previous";
 
 std::string NumberedName(std::string name, int number) {
     if (number > 1) {
@@ -26,34 +26,8 @@ std::string NumberedName(std::string name, int number) {
     return name + ".tlx";
 }
 
-// As long as it lives, what is printed is lost.
-class Silence {
-public:
-    Silence()
-        : before_(SetOutputSinks(
-              {.Text = [](void*, std::string_view) {}, .Error = [](void*, std::string_view) {}})) {}
-    ~Silence() { SetOutputSinks(before_); }
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-
-private:
-    OutputSinks before_;
-};
-
-bool HoldsGame(const std::string& name) {
-    std::error_code failed;
-    if (!fs::is_regular_file(fs::symlink_status(name, failed)) ||
-        fs::file_size(name, failed) > MAX_GAME_LENGTH || failed) {
-        return false;
-    }
-    const Silence silence;
-    const BoardSettingsGuard settings;
-    const auto record = std::make_unique<GameRecord>();
-    try {
-        return LoadGame(name, *record) == 0;
-    } catch (const ProgramEnd&) {
-        return false;
-    }
+std::string NameWithoutExtension(const std::string& name) {
+    return name.substr(0, name.rfind('.'));
 }
 
 bool Exists(const std::string& name) {
@@ -61,25 +35,44 @@ bool Exists(const std::string& name) {
     return fs::symlink_status(name, failed).type() != fs::file_type::not_found;
 }
 
-// Makes the file previous.tlx. Answers false when one of the older games cannot be moved on, and
-// does then not write over any.
+std::string ContentOf(const std::string& name) {
+    std::ifstream file(name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Makes the file previous.tlx; the older games make room, and if need be the oldest goes. Answers
+// false when one of them cannot be moved on, and does then not write over any.
 bool BecomePrevious(const std::string& name) {
-    for (int number = MAX_PREVIOUS_GAMES - 1; number >= 0; --number) {
-        const std::string from = number == 0 ? name : NumberedName("previous", number);
-        const std::string to = NumberedName("previous", number + 1);
-        if (std::rename(from.c_str(), to.c_str()) != 0 && errno != ENOENT) {
+    int numMoved = 0;
+    while (numMoved < MAX_PREVIOUS_GAMES - 1 &&
+           Exists(NumberedName(PREVIOUS_GAME_NAME, numMoved + 1))) {
+        ++numMoved;
+    }
+    for (int number = numMoved; number >= 0; --number) {
+        const std::string from = number == 0 ? name : NumberedName(PREVIOUS_GAME_NAME, number);
+        const std::string to = NumberedName(PREVIOUS_GAME_NAME, number + 1);
+        if (std::rename(from.c_str(), to.c_str()) != 0) {
             return false;
         }
     }
     return true;
 }
 
-// Answers whether the game can be kept under this name, and clears the way.
-bool TakeName(const std::string& name, const std::function<bool(const std::string& name)>& claim) {
-    if (!claim(name)) {
-        return false;
+// Takes the name for the game to be kept, if nothing has it but a game, which is put aside.
+bool TakeName(KeptGame& kept, const std::string& name) {
+    if (Exists(name)) {
+        std::error_code failed;
+        const std::optional<StoredGame> found =
+            fs::is_regular_file(fs::symlink_status(name, failed)) ? LookIntoGame(name)
+                                                                  : std::nullopt;
+        if (!found || !BecomePrevious(name)) {
+            return false;
+        }
+        kept.NumFoundPlies = found->NumPlies;
+        kept.Found = found->IsOver ? "" : ContentOf(NumberedName(PREVIOUS_GAME_NAME, 1));
     }
-    return !Exists(name) || (HoldsGame(name) && BecomePrevious(name));
+    kept.File = name;
+    return true;
 }
 
 }  // namespace
@@ -87,8 +80,7 @@ bool TakeName(const std::string& name, const std::function<bool(const std::strin
 void BeginKeeping(KeptGame& kept, const std::function<bool(const std::string& name)>& claim) {
     for (int number = 1; number <= MAX_KEPT_FILES; ++number) {
         const std::string name = NumberedName(KEPT_GAME_NAME, number);
-        if (TakeName(name, claim)) {
-            kept.File = name;
+        if (claim(name) && TakeName(kept, name)) {
             return;
         }
     }
@@ -103,13 +95,40 @@ void KeepText(KeptGame& kept, const std::string& text) {
     }
 }
 
+std::string FindPrevious(const std::string& text) {
+    for (int number = 1; number <= MAX_PREVIOUS_GAMES; ++number) {
+        const std::string name = NumberedName(PREVIOUS_GAME_NAME, number);
+        if (fs::is_regular_file(name) && ContentOf(name) == text) {
+            return NameWithoutExtension(name);
+        }
+    }
+    return "";
+}
+
+bool IsKeptName(std::string_view fileName) {
+    const fs::path path = fs::path(fileName).lexically_normal();
+    const auto hasStem = [&](const char* stem, int count) {
+        for (int number = 1; number <= count; ++number) {
+            if (path == NumberedName(stem, number)) {
+                return true;
+            }
+        }
+        return false;
+    };
+    return hasStem(KEPT_GAME_NAME, MAX_KEPT_FILES) ||
+           hasStem(PREVIOUS_GAME_NAME, MAX_PREVIOUS_GAMES);
+}
+
 std::string NameToLoad(const KeptGame& kept) {
-    return kept.File.substr(0, kept.File.rfind('.'));
+    return NameWithoutExtension(kept.File);
 }
 
 void PutGameAside(KeptGame& kept, bool hasNewPlies) {
     if (kept.Text.empty()) {
         return;
+    }
+    if (hasNewPlies && !Exists(kept.File)) {
+        KeepText(kept, std::exchange(kept.Text, ""));  // somebody has removed it
     }
     kept.Text.clear();
     if (!hasNewPlies) {

@@ -46,14 +46,14 @@ bool ReadDimensions(std::string_view line, BoardSettings& settings) {
             number = ScanInt(line);
         }
         if (!number) {
-            Print("Error! DIM-Line must have Format: DIM(x,y,l)\n");
+            PrintRefusal("Error! DIM-Line must have Format: DIM(x,y,l)\n");
             return false;
         }
         values[i] = *number;
     }
     settings = {values[0], values[1], values[2]};
     if (!IsBoardSize(settings.XDim, settings.YDim) || settings.LifeStones < 1) {
-        Print("Error! DIM-Line values are out of range!\n");
+        PrintRefusal("Error! DIM-Line values are out of range!\n");
         return false;
     }
     return true;
@@ -74,7 +74,7 @@ bool ReadSettings(SavedGame& game) {
 
 bool ReadBoardRow(SavedGame& game, int y) {
     if (!game.Line.starts_with(':')) {
-        Print("Error: Random Setup line %i does not start with a ':'!\n", y + 1);
+        PrintRefusal("Error: Random Setup line %i does not start with a ':'!\n", y + 1);
         return false;
     }
     game.Line.erase(0, 1);
@@ -83,7 +83,7 @@ bool ReadBoardRow(SavedGame& game, int y) {
     for (int x = columns.First; x < columns.End; ++x) {
         const int stone = TakeStone(game.Line, SAVED_STONE_SIGNS);
         if (stone < 0) {
-            Print("Error: Reading Setup position (%i,%i) failed!\n", x + 1, RowNumber(y));
+            PrintRefusal("Error: Reading Setup position (%i,%i) failed!\n", x + 1, RowNumber(y));
             return false;
         }
         Current(game).Spaces[x][y] = SpaceWith(stone);
@@ -113,11 +113,11 @@ bool ParsePly(SavedGame& game, Notation notation, Move& move) {
     int distance = 0;
     const int number = game.Record.LastMove + 1;
     if (GetPlayerMove(game.Line, notation, move, distance) != 0) {
-        Print("Error in savegame file: (setup move number %i is no move!\n", number);
+        PrintRefusal("Error in savegame file: (setup move number %i is no move!\n", number);
         return false;
     }
     if (!MoveIsOk(Current(game), move, distance)) {
-        Print("Error in savegame file: (setup move number %i is not correct!\n", number);
+        PrintRefusal("Error in savegame file: (setup move number %i is not correct!\n", number);
         return false;
     }
     return true;
@@ -127,7 +127,8 @@ bool CheckPass(SavedGame& game) {
     if (GetNumMoves(Current(game)) == 0) {
         return true;
     }
-    Print("Error in savegame file: Illegal PASS move in move %i\n", game.Record.LastMove + 1);
+    PrintRefusal("Error in savegame file: Illegal PASS move in move %i\n",
+                 game.Record.LastMove + 1);
     return false;
 }
 
@@ -190,20 +191,27 @@ bool ReadGame(SavedGame& game) {
 }  // namespace
 
 int LoadGame(const std::string& fileName, GameRecord& record) {
-    // Not on the stack, of which there may be little; without memory no file can be read either.
+    std::FILE* file = nullptr;
+    if (FileOpenToRead(fileName, file) != 0) {
+        PrintRefusal("Error! Savegame file \"%s\" could not be opened for reading!\n",
+                     fileName.c_str());
+        return 1;
+    }
+    return LoadGame(file, record);
+}
+
+int LoadGame(std::FILE* file, GameRecord& record) {
+    OwnedFile owned(file);
+    // Not on the stack, of which there may be little.
     const std::unique_ptr<SavedGame> reading(new (std::nothrow) SavedGame);
     if (reading == nullptr) {
         return 1;
     }
     SavedGame& game = *reading;
-    if (FileOpenToRead(fileName, game.File) != 0) {
-        Print("Error! Savegame file \"%s\" could not be opened for reading!\n", fileName.c_str());
-        return 1;
-    }
+    game.File = file;
     BoardSettingsGuard settings;
-    OwnedFile file(game.File);
     const bool complete = ReadGame(game);
-    FileClose(file.release());
+    FileClose(owned.release());
     if (!complete) {
         return 1;
     }

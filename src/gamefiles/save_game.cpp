@@ -138,7 +138,8 @@ int SaveGame(const GameRecord& record, const std::string& fileName) {
     case FileReplaced::Done: return 0;
     case FileReplaced::NotOpened:
         PrintFileOpenError(fileName, FILE_WRITE_MODE);
-        Print("Error! Savegame file \"%s\" could not be opened for writing!\n", fileName.c_str());
+        PrintRefusal("Error! Savegame file \"%s\" could not be opened for writing!\n",
+                     fileName.c_str());
         return 1;
     case FileReplaced::NotWritten: return 1;
     }

@@ -2,6 +2,7 @@
 // behind the setup, and the moves, two plies to a line.
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -22,3 +23,6 @@ inline constexpr std::string_view SAVED_STONE_SIGNS = "12*.";
 // in GlobCfg are those of the file. Otherwise the answer is 1, after printing the reason where
 // there is more to say than that the file ended too soon, and record and settings are as before.
 [[nodiscard]] int LoadGame(const std::string& fileName, GameRecord& record);
+
+// The same from an open file, which it closes.
+[[nodiscard]] int LoadGame(std::FILE* file, GameRecord& record);

@@ -10,34 +10,35 @@
 // holds.
 enum ButtonNeed : unsigned {
     NEED_NOTHING = 0,
-    NEED_LINE = 1,     // a line is awaited
-    NEED_THOUGHT = 2,  // none is
-    NEED_PLY = 4,      // there is a position before the shown one
-    NEED_TWO_PLIES = 8,
-    NEED_MORE = 16,     // there is a position behind it
-    NEED_STOPPED = 32,  // the game is stopped, and its last position is not the end
-    NEED_PASS = 64,     // the side to move has no move
-    NEED_OPEN = 128,    // the shown position is not the end
+    NEED_LINE = 1,        // a line is awaited
+    NEED_THOUGHT = 2,     // none is
+    NEED_CHOICE = 4,      // somebody has chosen a ply that can be taken back
+    NEED_STOPPED = 8,     // the game is stopped
+    NEED_PASS = 16,       // the side to move has no move
+    NEED_OPEN = 32,       // the shown position is not the end
+    NEED_FOUND = 64,      // a game is offered that was found at the start
+    NEED_REPLACED = 128,  // one that was replaced
 };
 
 struct PageButton {
     std::string_view Name;
-    RequestKind Kind;  // None: the page makes a line of it
+    RequestKind Kind;  // None: what it asks for has a message of its own
     const char* Line;
     unsigned Needs;
 };
 
 inline constexpr std::array PAGE_BUTTONS = {
-    PageButton{"new", RequestKind::None, "", NEED_NOTHING},
-    PageButton{"undo", RequestKind::Line, "/undo", NEED_LINE | NEED_TWO_PLIES},
-    PageButton{"back", RequestKind::Line, "/back", NEED_LINE | NEED_PLY},
-    PageButton{"forward", RequestKind::Line, "/forward", NEED_LINE | NEED_MORE},
-    PageButton{"first", RequestKind::Line, "/back 1000", NEED_LINE | NEED_PLY},
-    PageButton{"last", RequestKind::Line, "/forward 1000", NEED_LINE | NEED_MORE},
-    PageButton{"continue", RequestKind::Line, "/cont", NEED_LINE | NEED_STOPPED},
+    PageButton{"new", RequestKind::Replace, "/new", NEED_NOTHING},
+    PageButton{"undo", RequestKind::Undo, "", NEED_CHOICE},
+    PageButton{"continue", RequestKind::Line, "/start", NEED_LINE | NEED_STOPPED | NEED_OPEN},
     PageButton{"pass", RequestKind::Move, "pass", NEED_LINE | NEED_PASS},
     PageButton{"evaluate", RequestKind::Line, "/evaluate", NEED_LINE | NEED_OPEN},
     PageButton{"save", RequestKind::None, "", NEED_NOTHING},
     PageButton{"load", RequestKind::None, "", NEED_NOTHING},
+    PageButton{"games", RequestKind::List, "", NEED_NOTHING},
+    PageButton{"download", RequestKind::Download, "", NEED_NOTHING},
+    PageButton{"fromhere", RequestKind::FromHere, "", NEED_NOTHING},
+    PageButton{"resume", RequestKind::GoOn, "", NEED_FOUND},
+    PageButton{"takeback", RequestKind::GoOn, "", NEED_REPLACED},
     PageButton{"movenow", RequestKind::MoveNow, "", NEED_THOUGHT},
 };

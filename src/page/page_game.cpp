@@ -11,6 +11,7 @@
 #include "gamefiles/saved_game.h"
 #include "page/page_state.h"
 #include "page/plies.h"
+#include "rules/moves.h"
 #include "support/fatal.h"
 #include "support/output.h"
 #include "support/requests.h"
@@ -35,6 +36,26 @@ void LogText(void* context, std::string_view text) {
     Log(*static_cast<PageGame*>(context), text);
 }
 
+void LogRefusal(void* context, std::string_view text) {
+    LogText(context, text);
+    static_cast<PageGame*>(context)->Refusals += text;
+}
+
+// Puts the game aside that pages know of, and offers to go on with it where it can be found again.
+void PutAside(PageGame& game, bool isOffered) {
+    OfferedGame offer = {.Name = game.Told.InFile, .How = game.ToldHow};
+    if (game.Told.HasNewPlies) {
+        offer.Text = game.Kept.Text;
+    }
+    PutGameAside(game.Kept, game.Told.HasNewPlies);
+    if (isOffered && game.Told.Record.LastMove > 0) {
+        game.Offer.reset();
+        if (!offer.Text.empty() || !offer.Name.empty()) {
+            game.Offer = offer;
+        }
+    }
+}
+
 // Puts a game aside whose plies are not all part of the present one any more. What an undo took
 // back and a ply has replaced is not missed.
 void KeepWhatIsReplaced(PageGame& game, int firstNew) {
@@ -42,21 +63,33 @@ void KeepWhatIsReplaced(PageGame& game, int firstNew) {
     const bool isReplaced = firstNew <= game.Told.Record.LastMove;
     const bool byPly = lastMove == game.Told.CurrentMove + 1 && firstNew >= lastMove;
     if (game.HasTold && isReplaced && (!byPly || game.WalkedBack)) {
-        PutGameAside(game.Kept, game.Told.HasNewPlies);
+        PutAside(game, !byPly);
     }
 }
 
-// Writes a game that has plies of its own, with how it is played in a comment behind it, for
-// whoever goes on with it: readers of saved games read nothing behind the end.
-void KeepPlay(PageGame& game) {
+// Writes a game that has plies of its own, with how it is played behind it: readers of saved games
+// read nothing behind the end.
+void KeepPlay(PageGame& game, const std::string& saved) {
     const PlayState& play = game.Game.Play;
-    if (play.HasNewPlies || !game.Kept.Text.empty()) {
-        const std::string human = play.ComputerSide == BLACK ? "white" : "black";
-        KeepText(game.Kept, SavedGameText(play.Record) + "# Board: people " +
-                                std::to_string(GlobCfg.NumHumanPlayers) + ", color " + human +
-                                ", level " + std::to_string(GlobCfg.ComputerLevel) + ", move " +
-                                std::to_string(play.CurrentMove) + '\n');
+    if (!play.HasNewPlies && game.Kept.Text.empty()) {
+        return;
     }
+    KeepText(game.Kept, saved + RemarkOn(PresentPlay(play)));
+    if (!game.Kept.IsUpToDate && !game.HasSaidUnkept) {
+        game.Answers.push_back(
+            ErrorMessage("The game cannot be kept in this folder: save it elsewhere."));
+    }
+    game.HasSaidUnkept = !game.Kept.IsUpToDate;
+}
+
+PageView ViewOfGame(const PageGame& game, const PlayState& play, GameState state) {
+    PageView view = ViewOf(play, state);
+    view.CanUndo = UndoDistance(play) > 0;
+    if (game.Offer) {
+        view.CanTakeBack = !game.Offer->IsFound;
+        view.FoundMove = game.Offer->IsFound ? game.Offer->Move : -1;
+    }
+    return view;
 }
 
 void ShowPrompt(PageGame& game) {
@@ -72,8 +105,9 @@ void Tell(PageGame& game, GameState state) {
     const bool isSameBoard = game.HasTold && game.ToldBoard.XDim == GlobCfg.BoardXDim &&
                              game.ToldBoard.YDim == GlobCfg.BoardYDim;
     const int firstNew = isSameBoard ? FirstNewPly(game.Told.Record, play.Record) : 0;
+    const std::string saved = SavedGameText(play.Record);
     KeepWhatIsReplaced(game, firstNew);
-    KeepPlay(game);
+    KeepPlay(game, saved);
     if (state == GameState::Waiting) {
         ShowPrompt(game);
     }
@@ -85,8 +119,11 @@ void Tell(PageGame& game, GameState state) {
     for (int n = firstNew; n <= play.Record.LastMove; ++n) {
         news.Plies.push_back(PlyText(play.Record, n));
     }
-    news.State = StateMessage(ViewOf(play, state));
+    news.State = StateMessage(ViewOfGame(game, play, state));
+    news.Saved = saved;
+    news.Answers = std::exchange(game.Answers, {});
     game.Told = play;
+    game.ToldHow = PresentPlay(play);
     game.ToldBoard = GetBoardSettings();
     game.HasTold = true;
     if (play.CurrentMove == play.Record.LastMove) {
@@ -106,7 +143,7 @@ void ReportThought(void* context, const ThoughtProgress& /*progress*/) {
         game.HasToldThinking = true;
         PageNews news;
         news.Log = std::exchange(game.NewText, "");
-        news.State = StateMessage(ViewOf(game.Told, GameState::Thinking));
+        news.State = StateMessage(ViewOfGame(game, game.Told, GameState::Thinking));
         game.Tell(news, GameState::Thinking);
     }
 }
@@ -141,18 +178,11 @@ bool IsUndo(std::string line) {
     return (line.starts_with('/') || GlobCfg.GameRunFlag == 0) && GetCommand(line) == COMMAND_UNDO;
 }
 
-// Types one line behind the prompt.
-void TypeText(PageGame& game, const std::string& line) {
-    ShowPrompt(game);
-    game.IsPromptShown = false;
-    Log(game, line + '\n');
-    const PlayState& play = game.Game.Play;
-    const int shownBefore = play.CurrentMove;
-    const bool isUndo = IsUndo(line);
-    DoSafely(game, [&] { TypeLine(game.Game, line); });
-    if (play.CurrentMove < shownBefore && play.CurrentMove < play.Record.LastMove && !isUndo) {
-        game.WalkedBack = true;
-    }
+// The person at whose choice a game stands before a ply: not the computer's, and not a pass.
+bool IsChoice(const PlayState& play, const Position& position) {
+    const bool isComputers =
+        GlobCfg.NumHumanPlayers == 1 && position.ActivePlayer == play.ComputerSide;
+    return !isComputers && (position.SetupPhase != 0 || GetNumMoves(position) > 0);
 }
 
 }  // namespace
@@ -163,7 +193,7 @@ void CatchOutput(PageGame& game) {
 }
 
 void CatchErrors(PageGame& game) {
-    SetOutputSinks({.Text = LogText, .Error = LogText, .Context = &game});
+    SetOutputSinks({.Text = LogText, .Error = LogRefusal, .Refusal = LogRefusal, .Context = &game});
 }
 
 void BeginPageGame(PageGame& game) {
@@ -173,6 +203,13 @@ void BeginPageGame(PageGame& game) {
         OpenGuiLink();
     }
     BeginPlay(game.Game);
+    if (!game.Kept.Found.empty()) {
+        const std::optional<HowPlayed> how = ReadRemark(game.Kept.Found);
+        game.Offer = {.Text = game.Kept.Found,
+                      .How = how,
+                      .IsFound = true,
+                      .Move = how ? how->Move : game.Kept.NumFoundPlies};
+    }
     Tell(game, StateBehind(game));
 }
 
@@ -190,22 +227,66 @@ void PlayPageTurn(PageGame& game) {
     }
 }
 
-void TypePageLine(PageGame& game, const PageRequest& line) {
+void BeginLines(PageGame& game) {
     DropRequests(HURRY_REQUESTS);  // they were for what came before
     game.BusySince = Clock::now();
     game.HasToldThinking = false;
-    const bool isRunning = GlobCfg.GameRunFlag == 1;
-    if (line.Kind == RequestKind::Replace && isRunning) {
-        TypeText(game, "/stop");
+    game.Refusals.clear();
+}
+
+void EndLines(PageGame& game) {
+    if (!game.Refusals.empty()) {
+        game.Answers.push_back(ErrorMessage(std::exchange(game.Refusals, "")));
     }
-    TypeText(game, line.Kind == RequestKind::Move && !isRunning ? "/move " + line.Text : line.Text);
     if (game.Game.Play.QuitFlag == 0) {
         Tell(game, StateBehind(game));
     }
 }
 
+bool TypePageLine(PageGame& game, const std::string& line, bool isUndo) {
+    ShowPrompt(game);
+    game.IsPromptShown = false;
+    Log(game, line + '\n');
+    PlayState& play = game.Game.Play;
+    const int shownBefore = play.CurrentMove;
+    const bool takesBack = isUndo || IsUndo(line);
+    const std::string earlier = std::exchange(game.Refusals, "");
+    DoSafely(game, [&] { TypeLine(game.Game, line); });
+    if (play.CurrentMove < shownBefore && play.CurrentMove < play.Record.LastMove && !takesBack) {
+        game.WalkedBack = true;
+    }
+    if (play.HasNewPlies && play.CurrentMove == shownBefore + 1 &&
+        play.Record.LastMove == play.CurrentMove) {
+        game.Offer.reset();  // a ply: one goes on with this game
+    }
+    if (IsKeptName(play.InFile)) {  // such a file soon holds another game
+        play.InFile.clear();
+        play.HasNewPlies = true;
+    }
+    const bool isDone = game.Refusals.empty();
+    game.Refusals.insert(0, earlier);
+    return isDone;
+}
+
+void RefuseOnPage(PageGame& game, const std::string& reason) {
+    game.Refusals += reason + '\n';
+}
+
+void KeepBeforeReplay(PageGame& game) {
+    PutAside(game, true);
+    game.WalkedBack = false;
+}
+
+int UndoDistance(const PlayState& play) {
+    int n = play.CurrentMove - 1;
+    while (n >= 0 && !IsChoice(play, play.Record.PositionList[n])) {
+        --n;
+    }
+    return n < 0 ? 0 : play.CurrentMove - n;
+}
+
 void TellPageEnd(PageGame& game, int exitStatus, const std::string& lastWords) {
-    PageView view = ViewOf(game.Game.Play, GameState::Ended);
+    PageView view = ViewOfGame(game, game.Game.Play, GameState::Ended);
     view.ExitStatus = exitStatus;
     view.LastWords = lastWords.empty() ? LastLines(game.Log, NUM_LAST_WORDS) : lastWords;
     PageNews news;

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr std::ptrdiff_t MAX_ANSWERS = 8;
+
 void AddPlies(PageNews& news, const PageNews& later) {
     if (!news.HasPlies || later.FirstPly <= news.FirstPly) {
         news.FirstPly = later.FirstPly;
@@ -29,6 +31,14 @@ void AddNews(PageNews& news, const PageNews& later) {
     if (!later.State.empty()) {
         news.State = later.State;
     }
+    if (!later.Saved.empty()) {
+        news.Saved = later.Saved;
+    }
+    news.Answers.insert(news.Answers.end(), later.Answers.begin(), later.Answers.end());
+    const std::size_t numAnswers = news.Answers.size();
+    if (numAnswers > MAX_ANSWERS) {
+        news.Answers.erase(news.Answers.begin(), news.Answers.end() - MAX_ANSWERS);
+    }
 }
 
 std::vector<std::string> MessagesOf(const PageNews& news) {
@@ -39,6 +49,7 @@ std::vector<std::string> MessagesOf(const PageNews& news) {
     if (news.HasPlies) {
         messages.push_back(PliesMessage(news.FirstPly, news.Plies));
     }
+    messages.insert(messages.end(), news.Answers.begin(), news.Answers.end());
     return messages;
 }
 

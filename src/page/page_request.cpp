@@ -1,12 +1,16 @@
 #include "page/page_request.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "control/session.h"
 #include "page/buttons.h"
+#include "rules/game_record.h"
 #include "support/requests.h"
 #include "support/text.h"
 
@@ -29,29 +33,85 @@ bool IsMove(std::string_view text) {
            });
 }
 
-PageRequest ButtonRequest(std::string_view name) {
+bool IsTrue(const json& message, const char* name) {
+    const auto member = message.find(name);
+    return member != message.end() && member->is_boolean() && member->get<bool>();
+}
+
+int NumberMember(const json& message, const char* name) {
+    const auto member = message.find(name);
+    const bool isNumber = member != message.end() && member->is_number_unsigned();
+    return isNumber && member->get<std::uint64_t>() < GAME_RECORD_SIZE ? member->get<int>() : -1;
+}
+
+PageRequest ButtonRequest(std::string_view name, int number) {
     for (const PageButton& button : PAGE_BUTTONS) {
         if (name == button.Name) {
-            return {button.Kind, button.Line};
+            return {.Kind = button.Kind, .Text = button.Line, .Number = number};
         }
+    }
+    return {};
+}
+
+// What goes with a name of its own in a message: a move, a line or a file.
+PageRequest NamedRequest(const json& message) {
+    constexpr std::array KINDS = {
+        std::pair{"move", RequestKind::Move}, std::pair{"line", RequestKind::Line},
+        std::pair{"load", RequestKind::Load}, std::pair{"save", RequestKind::Save},
+        std::pair{"open", RequestKind::Open},
+    };
+    for (const auto& [name, kind] : KINDS) {
+        const auto member = message.find(name);
+        if (member == message.end()) {
+            continue;
+        }
+        PageRequest request = {.Kind = kind, .Text = TextMember(message, name)};
+        request.Content = TextMember(message, "content");
+        request.Number = NumberMember(message, "ply");
+        request.MayReplace = IsTrue(message, "replace");
+        if (kind == RequestKind::Line && IsTrue(message, "stop")) {
+            request.Kind = RequestKind::Replace;
+        }
+        const bool isWhole =
+            member->is_string() && (kind != RequestKind::Move || IsMove(request.Text));
+        return isWhole ? request : PageRequest{};
     }
     return {};
 }
 
 constexpr std::size_t MAX_QUEUED_LINES = 32;
 
-// Why the line cannot be typed; empty when it can.
-std::string RefusalOf(const LineQueue& queue, const PageRequest& line) {
-    if (line.Text.size() > MAX_TYPED_LENGTH) {
+// Why a request cannot be carried out; empty when it can.
+std::string RefusalOf(const LineQueue& queue, const PageRequest& request) {
+    if (request.Text.size() > MAX_TYPED_LENGTH) {
         return "The line is too long: " + std::to_string(MAX_TYPED_LENGTH) + " characters at most.";
     }
-    if (HoldsControlCharacter(line.Text)) {
+    if (HoldsControlCharacter(request.Text)) {
         return "The line holds a control character.";
     }
-    if (line.Kind == RequestKind::Move && !queue.IsWaiting) {
+    if (request.Kind == RequestKind::Move && !queue.IsWaiting) {
         return "It is not the moment for a move.";
     }
     return queue.Lines.size() < MAX_QUEUED_LINES ? "" : "Too many lines are waiting already.";
+}
+
+// Whether a computer that thinks is to come to an end because of it.
+bool IsUrgent(RequestKind kind) {
+    switch (kind) {
+    case RequestKind::Replace:
+    case RequestKind::Undo:
+    case RequestKind::FromHere:
+    case RequestKind::GoOn:
+    case RequestKind::Load:
+    case RequestKind::Open: return true;
+    default: return false;
+    }
+}
+
+// Whether it was meant for another position than the present one.
+bool IsLate(const LineQueue& queue, const PageRequest& request) {
+    return (request.Kind == RequestKind::Move || request.Kind == RequestKind::MoveNow) &&
+           request.Number >= 0 && request.Number != queue.Move;
 }
 
 }  // namespace
@@ -62,38 +122,34 @@ PageRequest ReadPageRequest(std::string_view text) {
         return {};
     }
     if (message.contains("token")) {
-        return {RequestKind::Token, TextMember(message, "token")};
+        return {.Kind = RequestKind::Token, .Text = TextMember(message, "token")};
     }
     if (message.contains("button")) {
-        return ButtonRequest(TextMember(message, "button"));
+        return ButtonRequest(TextMember(message, "button"), NumberMember(message, "ply"));
     }
-    if (message.contains("move")) {
-        const std::string move = TextMember(message, "move");
-        return IsMove(move) ? PageRequest{RequestKind::Move, move} : PageRequest{};
-    }
-    const auto line = message.find("line");
-    if (line == message.end() || !line->is_string()) {
-        return {};
-    }
-    const auto stop = message.find("stop");
-    const bool replaces = stop != message.end() && stop->is_boolean() && stop->get<bool>();
-    return {replaces ? RequestKind::Replace : RequestKind::Line, line->get<std::string>()};
+    return NamedRequest(message);
 }
 
 std::string TakeRequest(LineQueue& queue, const PageRequest& request) {
     if (request.Kind == RequestKind::None || request.Kind == RequestKind::Token) {
         return "The board did not understand the page.";
     }
-    const bool isLine = request.Kind != RequestKind::MoveNow;
-    if (std::string refusal = isLine ? RefusalOf(queue, request) : ""; !refusal.empty()) {
+    if (IsLate(queue, request)) {
+        return "";
+    }
+    if (request.Kind == RequestKind::MoveNow) {
+        if (!queue.IsWaiting) {
+            MakeRequests(REQUEST_MOVE_NOW);
+        }
+        return "";
+    }
+    if (std::string refusal = RefusalOf(queue, request); !refusal.empty()) {
         return refusal;
     }
-    if (!queue.IsWaiting && (!isLine || request.Kind == RequestKind::Replace)) {
+    if (!queue.IsWaiting && IsUrgent(request.Kind)) {
         MakeRequests(REQUEST_MOVE_NOW);
     }
-    if (isLine) {
-        queue.Lines.push_back(request);
-        queue.IsWaiting = false;
-    }
+    queue.Lines.push_back(request);
+    queue.IsWaiting = false;
     return "";
 }

@@ -138,12 +138,14 @@ std::string StatusText(const PageView& view, const Choices& choices, int white, 
 // What of the needs of buttons is there.
 unsigned NeedsMet(const PageView& view, const Choices& choices) {
     unsigned met = view.State == GameState::Waiting ? NEED_LINE : NEED_THOUGHT;
-    met |= view.Move >= 1 ? NEED_PLY : NEED_NOTHING;
-    met |= view.Move >= 2 ? NEED_TWO_PLIES : NEED_NOTHING;
-    met |= view.Move < view.LastMove ? NEED_MORE : NEED_NOTHING;
-    met |= !view.Running && !view.IsLastOver ? NEED_STOPPED : NEED_NOTHING;
-    met |= choices.MustPass ? NEED_PASS : NEED_NOTHING;
-    return met | (choices.Over ? NEED_NOTHING : NEED_OPEN);
+    const auto add = [&](bool holds, ButtonNeed need) { met |= holds ? need : NEED_NOTHING; };
+    add(view.CanUndo, NEED_CHOICE);
+    add(!view.Running, NEED_STOPPED);
+    add(choices.MustPass, NEED_PASS);
+    add(!choices.Over, NEED_OPEN);
+    add(view.FoundMove >= 0, NEED_FOUND);
+    add(view.CanTakeBack, NEED_REPLACED);
+    return met;
 }
 
 ordered_json ButtonStates(const PageView& view, const Choices& choices) {
@@ -184,7 +186,6 @@ PageView ViewOf(const PlayState& play, GameState state) {
         view.Next = NextStep(record, view.Move);
     }
     view.Running = GlobCfg.GameRunFlag == 1;
-    view.IsLastOver = IsEndPosition(record.PositionList[record.LastMove]);
     view.ComputerSide = play.ComputerSide;
     view.State = state;
     return view;
@@ -217,6 +218,7 @@ std::string StateMessage(const PageView& view) {
     state["lastMove"] = view.LastMove;
     state["score"] = {{"white", white}, {"black", black}};
     state["status"] = StatusText(view, choices, white, black);
+    state["resume"] = view.FoundMove < 0 ? ordered_json() : ordered_json(view.FoundMove);
     state["buttons"] = ButtonStates(view, choices);
     state["settings"] = SettingsState(view);
     if (view.State == GameState::Ended) {
@@ -240,6 +242,29 @@ std::string LogMessage(const std::string& text, bool reset) {
 
 std::string ErrorMessage(const std::string& text) {
     return JsonText({{"type", "error"}, {"text", text}});
+}
+
+std::string AskMessage(const char* what, const std::string& fileName) {
+    return JsonText({{"type", "ask"}, {"what", what}, {"name", fileName}});
+}
+
+std::string GamesMessage(std::span<const StoredGame> games) {
+    ordered_json list = ordered_json::array();
+    for (const StoredGame& game : games) {
+        list.push_back({{"name", game.Name},
+                        {"written", game.Written},
+                        {"columns", game.Columns},
+                        {"rows", game.Rows},
+                        {"plies", game.NumPlies},
+                        {"over", game.IsOver},
+                        {"white", game.White},
+                        {"black", game.Black}});
+    }
+    return JsonText({{"type", "games"}, {"games", list}});
+}
+
+std::string FileMessage(const std::string& content) {
+    return JsonText({{"type", "file"}, {"content", content}});
 }
 
 std::string JsonText(const ordered_json& value) {

@@ -9,6 +9,7 @@
 
 #include "control/session.h"
 #include "display/highlight.h"
+#include "gamefiles/stored_games.h"
 
 enum class GameState { Waiting, Thinking, Ended };
 
@@ -21,9 +22,11 @@ struct PageView {
     FromTo Last;
     FromTo Next;
     bool Running = true;
-    bool IsLastOver = false;  // the last position of the game is an end position
     int ComputerSide = WHITE;
     GameState State = GameState::Thinking;
+    bool CanUndo = false;
+    int FoundMove = -1;        // where a game stands that is offered and was found at the start
+    bool CanTakeBack = false;  // a game is offered that was replaced
 
     bool Watching = false;  // a game elsewhere is looked at: nothing can be done
     bool Connected = false;
@@ -44,6 +47,15 @@ struct PageView {
 [[nodiscard]] std::string LogMessage(const std::string& text, bool reset);
 
 [[nodiscard]] std::string ErrorMessage(const std::string& text);
+
+// Asks whether the file may be replaced by what was to be saved, or opened: `what`.
+[[nodiscard]] std::string AskMessage(const char* what, const std::string& fileName);
+
+// The saved games to choose from.
+[[nodiscard]] std::string GamesMessage(std::span<const StoredGame> games);
+
+// The game as a file.
+[[nodiscard]] std::string FileMessage(const std::string& content);
 
 // What these messages are made of.
 

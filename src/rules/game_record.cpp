@@ -6,6 +6,6 @@ bool CheckRecordRoom(int moveNumber) {
     if (moveNumber + 1 < GAME_RECORD_SIZE) {
         return true;
     }
-    Print("Error: Game record is full!\n");
+    PrintRefusal("Error: Game record is full!\n");
     return false;
 }

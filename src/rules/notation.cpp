@@ -12,7 +12,7 @@ bool AtLineEnd(std::string_view text) {
 }
 
 int SayIncomplete() {
-    Print("Error: Incomplete Input!\n");
+    PrintRefusal("Error: Incomplete Input!\n");
     return 1;
 }
 
@@ -29,8 +29,8 @@ int ReadSpace(std::string_view& text, const char* role, Place& place) {
     }
     place.Column = letter - 'A';
     if (place.Column < 0 || place.Column >= GlobCfg.BoardXDim) {
-        Print("Error: Column letter ('%c') of %s is not valid! (Range: A-%c)\n", letter, role,
-              ColumnLetter(GlobCfg.BoardXDim - 1));
+        PrintRefusal("Error: Column letter ('%c') of %s is not valid! (Range: A-%c)\n", letter,
+                     role, ColumnLetter(GlobCfg.BoardXDim - 1));
         return 1;
     }
     text.remove_prefix(1);
@@ -40,8 +40,8 @@ int ReadSpace(std::string_view& text, const char* role, Place& place) {
     const int digit = static_cast<unsigned char>(text.front());
     place.Row = GlobCfg.BoardYDim - (digit - '0');
     if (place.Row < 0 || place.Row >= GlobCfg.BoardYDim) {
-        Print("Error: Row number ('%c') of %s is not valid! (Range: 1-%c)\n", digit, role,
-              '0' + GlobCfg.BoardYDim);
+        PrintRefusal("Error: Row number ('%c') of %s is not valid! (Range: 1-%c)\n", digit, role,
+                     '0' + GlobCfg.BoardYDim);
         return 1;
     }
     text.remove_prefix(1);
@@ -82,8 +82,8 @@ int GetPlayerMove(std::string_view line, Notation notation, Move& move, int& dis
     }
     Way way;
     if (!FindWay(target.Column - source.Column, target.Row - source.Row, way)) {
-        Print("Error: Target space '%s' can not be reached by source tower '%s'!\n",
-              SpaceText(target).c_str(), SpaceText(source).c_str());
+        PrintRefusal("Error: Target space '%s' can not be reached by source tower '%s'!\n",
+                     SpaceText(target).c_str(), SpaceText(source).c_str());
         return 1;
     }
     move.Direction = way.Direction;

@@ -6,7 +6,7 @@
 namespace {
 
 bool Refuse(const char* reason) {
-    PrintText(reason);
+    PrintRefusal("%s", reason);
     return false;
 }
 
@@ -22,7 +22,7 @@ bool TowerMoveIsOk(const Position& position, const Move& move, int distance) {
         return Refuse("Error: Move source is not free !\n");
     }
     if (distance != source.Height) {
-        Print("Error: Move distance is %i, but must be %i !\n", distance, source.Height);
+        PrintRefusal("Error: Move distance is %i, but must be %i !\n", distance, source.Height);
         return false;
     }
     if (move.Direction < 0 || move.Direction >= NUM_DIRECTIONS) {

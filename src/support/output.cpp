@@ -48,6 +48,17 @@ void PrintText(std::string_view text) {
     }
 }
 
+void PrintRefusal(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    if (Sinks.Refusal == nullptr) {
+        PrintList(format, arguments);
+    } else {
+        Sinks.Refusal(Sinks.Context, Formatted(format, arguments));
+    }
+    va_end(arguments);
+}
+
 void PrintErrorList(const char* format, std::va_list arguments) {
     if (Sinks.Error == nullptr) {
         FlushOutput();

@@ -9,6 +9,7 @@
 struct OutputSinks {
     void (*Text)(void* context, std::string_view text) = nullptr;
     void (*Error)(void* context, std::string_view text) = nullptr;
+    void (*Refusal)(void* context, std::string_view text) = nullptr;  // null: as Text
     void* Context = nullptr;
 };
 
@@ -20,6 +21,10 @@ OutputSinks SetOutputSinks(const OutputSinks& sinks);
 [[gnu::format(printf, 1, 2)]] void Print(const char* format, ...);
 [[gnu::format(printf, 1, 0)]] void PrintList(const char* format, std::va_list arguments);
 void PrintText(std::string_view text);
+
+// Prints why something that was asked for is not done: text like any other, of which whoever shows
+// the game may make more.
+[[gnu::format(printf, 1, 2)]] void PrintRefusal(const char* format, ...);
 
 // Prints a message on standard error. Standard output is flushed first, so that the two streams
 // keep their order on one terminal or pipe.

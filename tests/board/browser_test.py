@@ -74,7 +74,7 @@ def type_same(terminal, lines):
     text = ""
     for line in lines:
         text = terminal.type(line)
-        assert "Error" not in text, text
+        assert "Error" not in text and "failed" not in text, text
     return text
 
 
@@ -139,7 +139,8 @@ def play(page, terminal, ways):
     while "The game ended" not in text:
         sources = page.js(NAMES, "[data-source]")
         if not sources:
-            page.click("#pass")
+            if not page.js("document.querySelector('#autopass').checked"):
+                page.click("#pass")
             text = follow(page, terminal, "")
             continue
         setup = page.js(NAMES, "[data-place]")
@@ -162,27 +163,48 @@ def press(page, terminal, button, *lines):
               json.dumps(sorted(terminal.board.items()), separators=(",", ":")))
 
 
+def look(page, terminal, *steps):
+    """Looks through the game by buttons and keys: pairs of one and of the line that shows the same
+    in the terminal. The game itself stays where it is."""
+    game = page.js(TEXT, "#number")
+    for step, line in steps:
+        if step.startswith("#"):
+            page.click(step)
+        else:
+            page.keys(step)
+        type_same(terminal, [line])
+        shown = "Move %s of %s \u00b7 back to the game" % terminal.moves
+        page.wait(f"{TEXT} === arguments[1]", "#now", shown)
+        assert page.js(BOARD) == terminal.board, (step, line)
+        assert page.js(TEXT, "#number") == game and not page.js(NAMES, "[data-source]")
+        assert page.js("document.querySelector('#moves [aria-current]')?.dataset.ply ?? '0'") == \
+            terminal.moves[0]
+
+
 def walk(page, terminal):
-    """Back and forth through the game that has been played, with buttons, keys and two tabs."""
-    press(page, terminal, "#undo", "/undo")
-    press(page, terminal, "#back", "/back")
+    """Back and forth through the game that has been played, with buttons, keys, the list of moves
+    and two tabs."""
+    press(page, terminal, "#undo", "/back 1", "/start")
+    last = int(terminal.moves[0])
     page.js("document.activeElement.blur()")
-    for key, line in [("Left", "/back"), ("Right", "/forward"), ("Home", "/back 1000"),
-                      ("End", "/forward 1000")]:
-        page.keys(key)
-        follow(page, terminal, line)
-    press(page, terminal, "#first", "/back 1000")
-    page.call("POST", "/refresh")
-    follow(page, terminal, "/redraw")
+    look(page, terminal, ("#back", "/back"), ("Left", "/back"), ("Right", "/forward"),
+         ("Home", "/back 1000"), ("#forward", "/forward"), ("End", "/forward 1000"),
+         (f"#moves [data-ply='{last - 3}']", "/back 4"))
+    page.click("#fromhere")
+    type_same(terminal, ["/start"])
+    page.wait(SETTLED, "Move %s of %s" % terminal.moves)
+    press(page, terminal, "#takeback", "/forward 3", "/start")
+    look(page, terminal, ("Left", "/back"))
+    page.click("#now")
     first = page.call("GET", "/window")
     second = page.call("POST", "/window/new", {"type": "tab"})["handle"]
     url = page.js("location.href")
     page.call("POST", "/window", {"handle": second})
     page.go(url)
-    follow(page, terminal, "/redraw")
-    press(page, terminal, "#last", "/forward 1000")
+    follow(page, terminal, "/forward", "/start")
     page.call("DELETE", "/window")
     page.call("POST", "/window", {"handle": first})
+    page.call("POST", "/refresh")
     follow(page, terminal, "/redraw")
 
 
@@ -199,9 +221,37 @@ def keep(page, terminal):
     page.wait(f"{TEXT}.includes('kept.tlx')", "#log")
     press(page, terminal, "#new", "/stop", "/new")
     press(page, terminal, "#load", "/stop", "/load kept")
+    press(page, terminal, "#takeback", "/load kept")
+    page.click("#games")
+    page.wait("document.querySelector(\"#stored [data-name='kept.tlx']\")")
+    press(page, terminal, "#stored [data-name='kept.tlx']", "/stop", "/load kept")
     page.type("#command", "/load <img/src=x>" + "\ue007")
     page.wait(f"{TEXT}.includes('<img/src=x>')", "#log")
+    page.wait(f"{TEXT}.includes('failed')", "#said")
     follow(page, terminal, "/redraw")
+
+
+def bring(page, terminal, folders):
+    """Files of one's own become saved games when they are such."""
+    def choose(name, text):
+        path = os.path.join(folders[2], name)
+        with open(path, "w", encoding="ascii") as file:
+            file.write(text)
+        page.click("#games")
+        page.type("#open", path)
+    game = "DIM(3,1,1)\nB1 A1\nC1\nBREAK\n"
+    choose("no.tlx", "nothing\n")
+    page.wait(f"{TEXT}.includes('This is no saved game')", "#said")
+    choose("mine.tlx", game)
+    with open(os.path.join(folders[1], "mine.tlx"), "w", encoding="ascii") as file:
+        file.write(game)
+    follow(page, terminal, "/stop", "/load mine")
+    choose("mine.tlx", game.replace("A1\nC1", "C1\nA1"))
+    page.wait("!document.querySelector('#accept').hidden")
+    page.click("#accept")
+    page.wait("document.querySelector('[data-space=A1]').dataset.owner === 'white'")
+    with open(os.path.join(folders[0], "mine.tlx"), encoding="ascii") as file:
+        assert file.read() == game.replace("A1\nC1", "C1\nA1")
 
 
 def hurry(page, terminal):
@@ -220,6 +270,29 @@ def hurry(page, terminal):
     page.wait(f"(document.querySelector('#movenow').click(), {SETTLED})", "Move 3 of 3")
     assert page.js(TEXT, "#status").startswith("Stopped"), page.js(TEXT, "#status")
     assert page.js(TEXT, "#movenow") == "Stop"
+
+
+def start(program, folder):
+    """A board in the folder, and the address that it tells."""
+    board = subprocess.Popen([program, "--no-open"], cwd=folder, text=True,
+                             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+    return board, re.fullmatch(r"Board: (http://127\.0\.0\.1:(\d+)/#\S+)\n",
+                               board.stdout.readline())
+
+
+def survive(page, terminal, board, program, folder):
+    """Whoever kills the board loses nothing: the next one goes on with the game."""
+    for _ in range(3):
+        follow(page, terminal, with_clicks(page, page.js(NAMES, "[data-source]")[0]))
+    board.kill()
+    board.wait()
+    page.wait("document.body.dataset.state === 'lost'")
+    board, address = start(program, folder)
+    page.go("about:blank")
+    page.go(address[1])
+    page.wait(f"{TEXT} === 'Go on with the game of move 3'", "#resume")
+    press(page, terminal, "#resume", "/redraw")
+    return board
 
 
 def finish(page, board):
@@ -267,24 +340,25 @@ def main(board_program, program):
             with open(os.path.join(folder, "talurex.cfg"), "w", encoding="utf-8") as file:
                 file.write(SETTINGS)
         page = Browser(found, folders[2])  # first: nothing is left running when it cannot be
-        board = subprocess.Popen([board_program, "--no-open"], cwd=folders[0], text=True,
-                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+        board, address = start(board_program, folders[0])
         terminal = Terminal(program, folders[1])
         try:
-            address = re.fullmatch(r"Board: (http://127\.0\.0\.1:(\d+)/#\S+)\n",
-                                   board.stdout.readline())
             strangers(page, int(address[2]), address[1])
             page.go("about:blank")
             page.go(address[1])
             follow(page, terminal, "/redraw")
+            page.click("#autopass")
             play(page, terminal, [with_clicks, with_clicks, with_drags])
             walk(page, terminal)
+            page.click("#autopass")
             resize(page, terminal, 5, 3)
             play(page, terminal, [with_keys])
             keep(page, terminal)
+            bring(page, terminal, folders)
             resize(page, terminal, 15, 9)
             resize(page, terminal, 1, 1)
             resize(page, terminal, 7, 4)
+            board = survive(page, terminal, board, board_program, folders[0])
             hurry(page, terminal)
             finish(page, board)
             complaints = [text for text in page.complaints() if "WebSocket" not in text]

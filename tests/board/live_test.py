@@ -1,10 +1,11 @@
-"""Types the same random lines to a talurex-board and to a Talurex at the end of a pipe. Every state
-that a page is sent has to show a board that the terminal has drawn, in the same order, and the last
-one what stands in front of the prompt and what a saved game tells of it; and the page reads what the
-terminal reads: live_test.py TALUREX_BOARD TALUREX [SEED [LINES]]"""
+"""Plays at random on a talurex-board, and types the lines that come of it to a Talurex at the end of a
+pipe. Every state that a page is sent has to show a board that the terminal has drawn, in the same
+order, and the last one what stands in front of the prompt and what a saved game tells of it; and the
+page reads what the terminal reads: live_test.py TALUREX_BOARD TALUREX [SEED [LINES]]"""
 import os
 import random
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -13,6 +14,7 @@ sys.dont_write_bytecode = True  # nothing is left in the source tree
 from page_client import Board, Page
 
 PROMPT = re.compile(r"Move \((\d+)/(\d+)\), (your move|game stopped): $")
+TYPED = re.compile(r"Move \(\d+/\d+\), (?:your move|game stopped): (.*)\n")
 MARKS = {"+": ("white", 0), "*": ("white", 1), "#": ("black", 0), "@": ("black", 1),
          "%": ("life", 1), ".": ("empty", 0)}
 OWNERS = ["white", "black", "life", "empty"]
@@ -96,15 +98,28 @@ def shows(state, drawing):
     return found[1:] == drawing[1:] and found[0] in ("over", drawing[0])
 
 
+def press(dice, state):
+    """A message for the page that becomes several lines, by the game as it stands."""
+    wanted = [{"load": "one"}, {"load": "two"}, {"load": "none"}, {"save": "one"},
+              {"save": "two", "replace": True}, {"button": "new"}, {"button": "continue"},
+              {"button": "fromhere", "ply": dice.randint(0, state["lastMove"])}]
+    wanted += [{"button": "undo"}] * 6 if state["buttons"]["undo"] else []
+    return dice.choice(wanted)
+
+
 def choose(dice, state):
-    """A message for the page, and the lines that it stands for."""
+    """A message for the page, and the lines that it stands for, where that is known."""
+    if state["buttons"]["takeback"] and dice.random() < 0.4:
+        return {"button": "takeback"}, None
     moves = [space["space"] for space in state["spaces"] if space.get("place")] + [
         space["space"] + "-" + target for space in state["spaces"] for target in space["targets"]]
     if state["mustPass"]:
         moves.append("pass")
     if moves and dice.random() < (0.85 if state["running"] else 0.4):
         move = dice.choice(moves)
-        return {"move": move}, [move if state["running"] else "/move " + move]
+        return {"move": move, "ply": state["move"]}, [move if state["running"] else "/move " + move]
+    if dice.random() < 0.5:
+        return press(dice, state), None
     line = dice.choice(LINES)
     if line.startswith(REPLACING) and dice.random() < 0.8:
         return {"line": line, "stop": True}, ["/stop"] * state["running"] + [line]
@@ -137,16 +152,23 @@ def play(program, terminal_program, folder, seed, lines):
         page = Page(board.port, board.token)
         state = page.state(lambda message: message["state"] == "waiting")
         for number in range(lines):
-            message, typed = choose(dice, state)
+            message, wanted = choose(dice, state)
+            for name in os.listdir(folders[0]):  # what a line may load; both save alike
+                if name.startswith(("previous", "autosave")):
+                    shutil.copy(os.path.join(folders[0], name), folders[1])
+            read = page.log.rindex("Move (")
+            page.send(message)
+            # The mark is an unknown command; what stands before it belongs to the message.
+            page.send({"line": f"/mark{number}"})
+            states = states_up_to(page, f"/mark{number}")
+            typed = TYPED.findall(page.log[read:])
+            assert wanted in (None, typed[:-1]), (seed, number, wanted, typed)
             before = [terminal.drawn[-1]]
             terminal.drawn.clear()
-            # The mark is an unknown command; what stands before it belongs to the message.
-            for line in [*typed, f"/mark{number}"]:
+            for line in typed:
                 terminal.type(line)
-            page.send(message)
-            page.send({"line": f"/mark{number}"})
             left = before + terminal.drawn
-            for state in states_up_to(page, f"/mark{number}"):
+            for state in states:
                 while left and not shows(state, left[0]):
                     left.pop(0)
                 assert left, (seed, number, typed, state["status"], shown(state))

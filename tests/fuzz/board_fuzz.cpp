@@ -9,7 +9,8 @@
 #include "board/watched_game.h"
 #include "config/glob_cfg.h"
 #include "fuzz/fuzz_support.h"
-#include "page/page_game.h"
+#include "gamefiles/stored_games.h"
+#include "page/page_lines.h"
 #include "support/random.h"
 
 namespace {
@@ -58,8 +59,12 @@ void Ask(Board& board, std::string_view message) {
     board.Queue.Lines.pop_front();
     Require(line.Text.find('\n') == std::string::npos, "one line is typed at a time");
     line.Text = Harmless(line.Text);
+    if (line.Kind == RequestKind::Save || line.Kind == RequestKind::Open) {
+        (void)FaultOfGame(line.Content);  // no files are written
+        return;
+    }
     if (board.Page.Game.Play.QuitFlag == 0) {
-        TypePageLine(board.Page, line);
+        CarryOut(board.Page, line);
     }
 }
 

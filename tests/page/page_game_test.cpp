@@ -1,5 +1,5 @@
 // The game behind the pages: what is typed into it, what pages are told, and what is kept.
-#include "page/page_game.h"
+#include "page/page_lines.h"
 
 #include <filesystem>
 #include <memory>
@@ -43,7 +43,7 @@ protected:
     }
 
     void Type(const std::string& line, RequestKind kind = RequestKind::Line) {
-        TypePageLine(*game_, {kind, line});
+        CarryOut(*game_, {.Kind = kind, .Text = line});
     }
     [[nodiscard]] json State() const { return json::parse(all_.State); }
     [[nodiscard]] const PlayState& Play() const { return game_->Game.Play; }

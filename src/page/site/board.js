@@ -1,17 +1,34 @@
 // The page of the board: it shows the states that the board program sends, and sends back what
 // people do. It knows nothing of the rules.
 
+import {askToReplace, download, showGames, startGames} from './games.js';
 import {giveUp, handState, putBack, startHand} from './hand.js';
 import {connect, expectEnd, send} from './link.js';
-import {announce, showLog, showLost, showNote, showPanel, startPanel} from './panel.js';
-import {keepPlies, pliesBetween, spacesBehind} from './plies.js';
+import {forgetPlies, isLooking, lookAt, startLooking, viewOf} from './looking.js';
+import {listPlies, markPly, startMoves} from './moves.js';
+import {showNote, startNote} from './note.js';
+import {announce, showLog, showLost, showPanel, startPanel} from './panel.js';
+import {keepPlies, ply, pliesBetween, spacesBehind, stepOf} from './plies.js';
 import {showTowers} from './towers.js';
 import {showBoard} from './view.js';
 
 const FEW = 4;
+const PASS_DELAY = 1200;  // milliseconds
+
+// What is to be done with the messages that are no part of the game.
+const ANSWERS = {
+    error: message => {
+        giveUp();
+        showNote(message.text, false);
+    },
+    ask: askToReplace,
+    games: message => showGames(message.games),
+    file: message => download(message.content),
+};
 
 let shown = null;   // the last state; null before the first one of a connection
 let heard = [];     // messages that are not looked at yet
+let passTimer = 0;
 
 // What arrives together is looked at together. A message channel, and not a timer, because timers
 // of hidden pages are slow.
@@ -21,12 +38,9 @@ later.port1.onmessage = takeMessages;
 function takeMessages() {
     const messages = heard;
     heard = [];
+    messages.forEach(message => ANSWERS[message.type]?.(message));
     takeGame(messages.filter(message => message.type === 'state' || message.type === 'plies'));
     takeLogs(messages.filter(message => message.type === 'log'));
-    for (const message of messages.filter(message => message.type === 'error')) {
-        giveUp();
-        showNote(message.text, false);
-    }
 }
 
 // A few states, as those around a move and the answer to it, are shown one after the other; of a
@@ -38,6 +52,8 @@ function takeGame(messages) {
     for (const message of messages) {
         if (message.type === 'plies') {
             keepPlies(message);
+            forgetPlies(message.first);
+            listPlies(message.first);
         } else if (!rush || message === states.at(-1)) {
             said.push(takeState(message));
         }
@@ -50,11 +66,19 @@ function takeState(state) {
     const before = shown;
     shown = state;
     document.body.dataset.state = state.state;
-    showBoard(state);
+    const wasLooking = isLooking();
+    const view = viewOf(state);
+    showBoard(view);
     const stepped = pliesBetween(before?.move ?? -1, state.move);
-    showSteps(stepped.length > FEW ? [] : stepped, state);
-    handState(state);
+    if (isLooking()) {
+        showTowers(view.spaces, null, true);
+    } else {
+        showSteps(wasLooking || stepped.length > FEW ? [] : stepped, state);
+    }
+    handState(view);
     showPanel(state);
+    markPly(view.move, state.move);
+    passSoon(state);
     if (state.state === 'ended') {
         expectEnd();
     }
@@ -70,8 +94,24 @@ function showSteps(stepped, state) {
     showTowers(state.spaces, last === undefined ? null : stepOf(last), answered);
 }
 
-function stepOf(ply) {
-    return ply.target === null ? null : ply;
+// Shows an earlier position, or the game's again.
+function showView(view, stepped) {
+    showBoard(view);
+    showTowers(view.spaces, stepped ? stepOf(ply(view.move)) : null, true);
+    handState(view);
+    markPly(view.move, shown.move);
+}
+
+// Who has no move need not say so: after a moment to see it, the page does.
+function passSoon(state) {
+    clearTimeout(passTimer);
+    if (state.mustPass && state.running && state.buttons.pass) {
+        passTimer = setTimeout(() => {
+            if (document.getElementById('autopass').checked) {
+                send({button: 'pass', ply: state.move});
+            }
+        }, PASS_DELAY);
+    }
 }
 
 function saidOf(before, state, stepped) {
@@ -97,10 +137,12 @@ function takeLoss(refused) {
         return;
     }
     document.body.dataset.state = 'lost';
+    clearTimeout(passTimer);
     if (shown !== null) {
         const spaces = shown.spaces.map(space => ({...space, targets: [], place: false}));
-        showBoard({...shown, spaces});
-        handState({...shown, spaces});
+        const view = viewOf({...shown, spaces, buttons: {}});
+        showBoard(view);
+        handState(view);
     }
     shown = null;
     showLost(refused);
@@ -113,7 +155,11 @@ function hear(message) {
     }
 }
 
-startHand(move => send({move}), announce);
+startHand(move => send({move, ply: shown.move}), announce);
+startLooking(showView, send);
+startMoves(lookAt);
+startNote();
+startGames(send);
 startPanel(send, putBack);
 connect(hear, takeLoss);
 addEventListener('hashchange', () => connect(hear, takeLoss));

@@ -1,12 +1,14 @@
 // All around the board: the line on top, the buttons, the settings, the text of the program and
 // the line to type in. What the program prints reaches the page as text and nothing else.
 
+import {walk} from './looking.js';
+import {showNote, showOffers} from './note.js';
+
 const LEVELS = [0, 250, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000, 500000,
                 1000000];
 const MOST_COLUMNS = 15;
 const MOST_ROWS = 9;
 const MOST_LOG = 200000;  // characters that are kept
-const NOTE_SECONDS = 8;
 const QUIET = 150;        // milliseconds
 
 // Settings and the commands that change them.
@@ -21,11 +23,9 @@ const command = named('command');
 let send = null;
 let shown = null;         // the last state
 let wanted = null;        // a button that had the focus when it was switched off
-let noteTimer = 0;
 let titleTimer = 0;
 let logLength = 0;
 let logAtEnd = true;      // people have not scrolled away from what is new
-let walkedFrom = null;    // the state that was shown at the last step through the game
 const history = [];
 let place = 0;            // in the history
 
@@ -36,14 +36,12 @@ export function startPanel(sendMessage, escape) {
     addOptions('rows', numbers(MOST_ROWS));
     addOptions('level', LEVELS);
     document.querySelectorAll('select').forEach(control => control.selectedIndex = -1);
-    // These only tell the server their name.
+    // These only tell the server their name, and where they were pressed.
     document.querySelectorAll('button[data-plain]').forEach(button =>
-        button.addEventListener('click', () => send({button: button.id})));
-    named('new').addEventListener('click', () => sendStopping('/new'));
-    named('save').addEventListener('click', () => send({line: withName('/save')}));
-    named('load').addEventListener('click', () => sendStopping(withName('/load')));
+        button.addEventListener('click', () => send({button: button.id, ply: shown.move})));
     named('boardsize').addEventListener('click', () =>
-        sendStopping(`/boardsize ${named('columns').value} ${named('rows').value}`));
+        send({line: `/boardsize ${named('columns').value} ${named('rows').value}`, stop: true}));
+    rememberSwitch('autopass');
     Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
         changeSetting(name)));
     named('line').addEventListener('submit', typed);
@@ -67,10 +65,9 @@ export function showPanel(state) {
     document.body.toggleAttribute('data-pass', Boolean(state.mustPass));
     showButtons(state.buttons);
     showSettings(state.settings);
+    showOffers(state);
     if (state.state === 'ended') {
         showNote(`Talurex has ended (status ${state.exitStatus}).\n${state.message ?? ''}`, true);
-    } else if (named('note').dataset.lasts === '1') {
-        named('note').hidden = true;
     }
 }
 
@@ -101,18 +98,6 @@ export function announce(text) {
     }
 }
 
-// A line across the foot of the board, for a while or until the next state.
-export function showNote(text, lasts) {
-    const note = named('note');
-    note.textContent = text.trim();
-    note.dataset.lasts = lasts ? '1' : '0';
-    note.hidden = false;
-    clearTimeout(noteTimer);
-    if (!lasts) {
-        noteTimer = setTimeout(() => note.hidden = true, NOTE_SECONDS * 1000);
-    }
-}
-
 export function showLog(text, reset) {
     if (reset) {
         log.textContent = '';
@@ -137,12 +122,12 @@ function addOptions(name, values) {
     named(name).append(...values.map(value => new Option(value, value)));
 }
 
-function sendStopping(line) {
-    send({line, stop: true});
-}
-
-function withName(line) {
-    return `${line} ${named('filename').value.trim()}`.trim();
+// A switch that is the page's own, and stands as it was left.
+function rememberSwitch(name) {
+    const control = named(name);
+    control.checked = localStorage.getItem(name) !== 'off';
+    control.addEventListener('change', () =>
+        localStorage.setItem(name, control.checked ? 'on' : 'off'));
 }
 
 function changeSetting(name) {
@@ -157,11 +142,12 @@ function changeSetting(name) {
 
 function showButtons(enabled) {
     const focused = document.activeElement;
-    for (const button of document.querySelectorAll('.buttons button')) {
+    for (const button of document.querySelectorAll('button[data-gated]')) {
         button.disabled = !enabled[button.id];
     }
+    named('open').disabled = !enabled.load;
     named('boardsize').disabled = !enabled.new;
-    document.querySelectorAll('.settings select, .settings input').forEach(control =>
+    document.querySelectorAll('.settings [data-setting]').forEach(control =>
         control.disabled = !('new' in enabled));
     named('movenow').textContent = shown?.settings?.players === 0 ? 'Stop' : 'Move now';
     keepFocus(focused);
@@ -213,19 +199,11 @@ function recall(step) {
     command.value = history[place] ?? '';
 }
 
-// A key that is held down takes the next step when the last one is shown.
-function walk(name, repeated) {
-    if (!repeated || walkedFrom !== shown) {
-        walkedFrom = shown;
-        named(name).click();
-    }
-}
-
 function keyDown(event, escape) {
     if (event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
         return;
     }
-    const field = event.target.closest?.('input, select, textarea');
+    const field = event.target.closest?.('input, select, textarea, dialog');
     if (event.key === 'Escape') {
         escape();
         field?.blur();
@@ -234,7 +212,7 @@ function keyDown(event, escape) {
         recall(event.key === 'ArrowUp' ? -1 : 1);
     } else if (event.key in KEYS && (!field || (field === command && field.value === ''))) {
         event.preventDefault();
-        walk(KEYS[event.key], event.repeat);
+        walk(KEYS[event.key]);
     } else if (!field && event.key.length === 1 && event.key !== ' ') {
         command.focus();  // and the key is typed there
     }

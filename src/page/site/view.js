@@ -55,7 +55,7 @@ function mark(made, kind, name, move) {
 }
 
 function build(state) {
-    const layers = ['spaces', 'labels', 'moves', 'towers'].map(name =>
+    const layers = ['spaces', 'labels', 'lines', 'towers'].map(name =>
         element('g', name === 'spaces' ? {id: name} : {id: name, 'aria-hidden': 'true'}));
     const [ground, labels, lines, towers] = layers;
     spaces = new Map(state.spaces.map(space => [space.space, spaceOf(space)]));
