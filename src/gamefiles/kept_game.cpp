@@ -9,6 +9,7 @@
 
 #include "gamefiles/stored_games.h"
 #include "support/file_replace.h"
+#include "support/files.h"
 #include "support/output.h"
 
 namespace {
@@ -30,11 +31,6 @@ std::string NameWithoutExtension(const std::string& name) {
     return name.substr(0, name.rfind('.'));
 }
 
-bool Exists(const std::string& name) {
-    std::error_code failed;
-    return fs::symlink_status(name, failed).type() != fs::file_type::not_found;
-}
-
 std::string ContentOf(const std::string& name) {
     std::ifstream file(name);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -45,7 +41,7 @@ std::string ContentOf(const std::string& name) {
 bool BecomePrevious(const std::string& name) {
     int numMoved = 0;
     while (numMoved < MAX_PREVIOUS_GAMES - 1 &&
-           Exists(NumberedName(PREVIOUS_GAME_NAME, numMoved + 1))) {
+           FileExists(NumberedName(PREVIOUS_GAME_NAME, numMoved + 1))) {
         ++numMoved;
     }
     for (int number = numMoved; number >= 0; --number) {
@@ -60,7 +56,7 @@ bool BecomePrevious(const std::string& name) {
 
 // Takes the name for the game to be kept, if nothing has it but a game, which is put aside.
 bool TakeName(KeptGame& kept, const std::string& name) {
-    if (Exists(name)) {
+    if (FileExists(name)) {
         std::error_code failed;
         const std::optional<StoredGame> found =
             fs::is_regular_file(fs::symlink_status(name, failed)) ? LookIntoGame(name)
@@ -127,7 +123,7 @@ void PutGameAside(KeptGame& kept, bool hasNewPlies) {
     if (kept.Text.empty()) {
         return;
     }
-    if (hasNewPlies && !Exists(kept.File)) {
+    if (hasNewPlies && !FileExists(kept.File)) {
         KeepText(kept, std::exchange(kept.Text, ""));  // somebody has removed it
     }
     kept.Text.clear();

@@ -9,6 +9,7 @@
 #include "page/page_state.h"
 #include "rules/referee.h"
 #include "support/file_replace.h"
+#include "support/files.h"
 
 namespace {
 
@@ -121,14 +122,9 @@ std::string FaultOfName(std::string_view name) {
     return name.size() <= MAX_NAME_LENGTH ? "" : "The name is too long.";
 }
 
-bool Exists(const std::string& fileName) {
-    std::error_code failed;
-    return fs::symlink_status(fileName, failed).type() != fs::file_type::not_found;
-}
-
 void Save(PageGame& game, const PageRequest& request) {
     const std::string fileName = GameFileName(request.Text);
-    if (!request.MayReplace && Exists(fileName)) {
+    if (!request.MayReplace && FileExists(fileName)) {
         game.Answers.push_back(AskMessage("save", fileName));
     } else {
         TypePageLine(game, request.Text.empty() ? "/save" : "/save " + request.Text);
@@ -158,7 +154,7 @@ void Open(PageGame& game, const PageRequest& request) {
     if (const std::string fault = FaultOfFile(fileName, request.Content); !fault.empty()) {
         return RefuseOnPage(game, fault);
     }
-    if (!request.MayReplace && Exists(fileName)) {
+    if (!request.MayReplace && FileExists(fileName)) {
         game.Answers.push_back(AskMessage("open", fileName));
     } else if (FileReplace(fileName, request.Content) != FileReplaced::Done) {
         RefuseOnPage(game, fileName + " could not be written.");

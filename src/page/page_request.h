@@ -24,7 +24,7 @@ enum class RequestKind {
 
 struct PageRequest {
     RequestKind Kind = RequestKind::None;
-    std::string Text;  // token, line, move or name
+    std::string Text = {};  // token, line, move or name
     std::string Content = {};
     int Number = -1;  // of the position that was shown where it was asked for; -1: any
     bool MayReplace = false;

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "support/fatal.h"
@@ -56,6 +57,11 @@ bool ReadPiece(int maxLength, std::string& line, std::FILE* file) {
     }
     line.resize(std::strlen(line.c_str()));
     return true;
+}
+
+bool FileExists(const std::string& name) {
+    struct stat unwanted;
+    return lstat(name.c_str(), &unwanted) == 0;
 }
 
 void EnsureStandardStreams() {

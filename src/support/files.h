@@ -39,6 +39,9 @@ int FileClose(std::FILE* file);
 // line's text.
 [[nodiscard]] bool ReadPiece(int maxLength, std::string& line, std::FILE* file);
 
+// Whether there is something of that name, be it a link that leads nowhere.
+[[nodiscard]] bool FileExists(const std::string& name);
+
 // Opens the null device on every standard stream that the process was started without. Otherwise
 // the next file opened would take the stream's place, and the board would be printed into it.
 void EnsureStandardStreams();

@@ -1,59 +1,14 @@
 // The game behind the pages: what is typed into it, what pages are told, and what is kept.
-#include "page/page_lines.h"
+#include "page/page_game_fixture.h"
 
-#include <filesystem>
-#include <memory>
-
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
-#include "common/board_text.h"
 #include "common/random_games.h"
-#include "common/scratch_folder.h"
 #include "gamefiles/saved_game.h"
 #include "rules/notation.h"
-#include "support/output.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
-
-// A game in a folder of its own, and all that pages were told.
-class PageGameTest : public testing::Test {
-protected:
-    void Begin(int columns, int rows) {
-        UseBoard(columns, rows);
-        GlobCfg.NumHumanPlayers = 2;
-        game_->Tell = [this](const PageNews& news, GameState state) {
-            AddNews(all_, news);
-            state_ = state;
-        };
-        CatchOutput(*game_);
-        CatchErrors(*game_);
-        BeginKeeping(game_->Kept, [](const std::string&) { return true; });
-        BeginPageGame(*game_);
-    }
-
-    void SetUp() override { fs::current_path(folder_.Path()); }
-
-    void TearDown() override {
-        SetOutputSinks({});
-        fs::current_path(before_);
-    }
-
-    void Type(const std::string& line, RequestKind kind = RequestKind::Line) {
-        CarryOut(*game_, {.Kind = kind, .Text = line});
-    }
-    [[nodiscard]] json State() const { return json::parse(all_.State); }
-    [[nodiscard]] const PlayState& Play() const { return game_->Game.Play; }
-
-    ScratchFolder folder_;
-    fs::path before_ = fs::current_path();
-    std::unique_ptr<PageGame> game_ = std::make_unique<PageGame>();
-    PageNews all_;
-    GameState state_ = GameState::Ended;
-};
 
 }  // namespace
 
