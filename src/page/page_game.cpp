@@ -84,6 +84,7 @@ void KeepPlay(PageGame& game, const std::string& saved) {
 
 PageView ViewOfGame(const PageGame& game, const PlayState& play, GameState state) {
     PageView view = ViewOf(play, state);
+    view.IsEvaluating = state == GameState::Thinking && !HasComputerTurn(game);
     view.CanUndo = UndoDistance(play) > 0;
     if (game.Offer) {
         view.CanTakeBack = !game.Offer->IsFound;

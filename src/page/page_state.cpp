@@ -1,6 +1,8 @@
 #include "page/page_state.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "page/buttons.h"
@@ -58,6 +60,23 @@ std::string LabelOf(Place place, const Space& space, const Choices& choices, boo
     return canMove ? label + ", can move" : label;
 }
 
+// Why nothing can be done with a space in the move phase; empty where that is plain to see.
+std::string ReasonAt(Place place, const Position& position) {
+    const Space& space = position.Spaces[place.Column][place.Row];
+    if (space.Owner == EMPTY) {
+        return "";
+    }
+    if (space.Owner == LIFE) {
+        return "A life stone by itself does not move.";
+    }
+    if (space.Owner != position.ActivePlayer) {
+        return "This tower is " + SideTitle(space.Owner) + "'s.";
+    }
+    return IsFree(position, place.Column, place.Row)
+               ? "There is no tower at the distance of its height."
+               : "It is surrounded on all six sides.";
+}
+
 ordered_json SpaceState(Place place, const Position& position, const Choices& choices) {
     const Space& space = position.Spaces[place.Column][place.Row];
     const auto& targets = choices.Targets[place.Column][place.Row];
@@ -74,6 +93,11 @@ ordered_json SpaceState(Place place, const Position& position, const Choices& ch
         names.push_back(SpaceText(target));
     }
     state["targets"] = names;
+    if (choices.MayAct && position.SetupPhase == 0 && targets.empty()) {
+        if (std::string reason = ReasonAt(place, position); !reason.empty()) {
+            state["why"] = std::move(reason);
+        }
+    }
     if (space.Owner == EMPTY && choices.Placing != EMPTY) {
         state["place"] = true;
     }
@@ -99,11 +123,10 @@ ordered_json FromToState(const FromTo& step) {
 }
 
 std::string ScoreText(int white, int black) {
-    const std::string score = std::to_string(white) + " : " + std::to_string(black);
-    if (white == black) {
-        return "The game ended " + score + ", a draw";
-    }
-    return std::string(SideTitle(white > black ? WHITE : BLACK)) + " wins " + score;
+    const auto [less, more] = std::minmax(white, black);
+    const std::string score = std::to_string(more) + " : " + std::to_string(less);
+    return white == black ? "The game ended " + score + ", a draw"
+                          : SideTitle(white > black ? WHITE : BLACK) + " wins " + score;
 }
 
 // What the side to move is to do.
@@ -130,7 +153,8 @@ std::string StatusText(const PageView& view, const Choices& choices, int white, 
         return task;
     }
     if (view.State == GameState::Thinking) {
-        return task + " \u2013 Talurex is thinking";
+        return task +
+               (view.IsEvaluating ? " \u2013 Talurex evaluates" : " \u2013 Talurex is thinking");
     }
     return view.Running ? task : "Stopped \u2013 " + task;
 }
@@ -201,6 +225,7 @@ std::string StateMessage(const PageView& view) {
     state["type"] = "state";
     constexpr std::array STATES = {"waiting", "thinking", "ended"};
     state["state"] = STATES[static_cast<std::size_t>(view.State)];
+    state["evaluating"] = view.IsEvaluating;
     state["watching"] = view.Watching;
     state["connected"] = view.Connected;
     state["columns"] = GlobCfg.BoardXDim;
@@ -276,7 +301,7 @@ const char* ColorName(int color) {
     return COLOR_NAMES[color];
 }
 
-const char* SideTitle(int side) {
+std::string SideTitle(int side) {
     return side == BLACK ? "Black" : "White";
 }
 

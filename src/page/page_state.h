@@ -24,6 +24,7 @@ struct PageView {
     bool Running = true;
     int ComputerSide = WHITE;
     GameState State = GameState::Thinking;
+    bool IsEvaluating = false;  // what it thinks about is no move of its own
     bool CanUndo = false;
     int FoundMove = -1;        // where a game stands that is offered and was found at the start
     bool CanTakeBack = false;  // a game is offered that was replaced
@@ -66,7 +67,7 @@ struct PageView {
 [[nodiscard]] const char* ColorName(int color);
 
 // "White" or "Black".
-[[nodiscard]] const char* SideTitle(int side);
+[[nodiscard]] std::string SideTitle(int side);
 
 // The name of a space of the board; null for any other place.
 [[nodiscard]] nlohmann::ordered_json NameOrNull(Place place);

@@ -1,7 +1,9 @@
 // The page of the board: it shows the states that the board program sends, and sends back what
 // people do. It knows nothing of the rules.
 
+import {showBars} from './bars.js';
 import {askToReplace, download, showGames, startGames} from './games.js';
+import {watchTurns} from './geometry.js';
 import {giveUp, handState, putBack, startHand} from './hand.js';
 import {connect, expectEnd, send} from './link.js';
 import {forgetPlies, isLooking, lookAt, startLooking, viewOf} from './looking.js';
@@ -9,6 +11,7 @@ import {listPlies, markPly, startMoves} from './moves.js';
 import {showNote, startNote} from './note.js';
 import {announce, showLog, showLost, showPanel, startPanel} from './panel.js';
 import {keepPlies, ply, pliesBetween, spacesBehind, stepOf} from './plies.js';
+import {showRulesOnce, startRules} from './rules.js';
 import {showTowers} from './towers.js';
 import {showBoard} from './view.js';
 
@@ -77,10 +80,13 @@ function takeState(state) {
     }
     handState(view);
     showPanel(state);
+    showBars(state);
     markPly(view.move, state.move);
     passSoon(state);
     if (state.state === 'ended') {
         expectEnd();
+    } else if (!state.watching) {
+        showRulesOnce();
     }
     return before === null ? '' : saidOf(before, state, stepped);
 }
@@ -155,7 +161,9 @@ function hear(message) {
     }
 }
 
-startHand(move => send({move, ply: shown.move}), announce);
+startHand(move => send({move, ply: shown.move}), announce, text => showNote(text, false));
+startRules();
+watchTurns(() => shown !== null && showView(viewOf(shown), false));
 startLooking(showView, send);
 startMoves(lookAt);
 startNote();

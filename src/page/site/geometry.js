@@ -1,5 +1,6 @@
 // Where spaces lie in the picture, and how its elements are made. Each row stands half a space
-// further right than the one above, as on the terminal.
+// further right than the one above, as on the terminal. On a narrow window the board is turned by 90
+// degrees: the first column is then on top, and the last row on the left.
 
 export const WIDTH = 64;            // of a space; everything else is measured by it
 const ROW = 55.4;            // from row to row
@@ -16,8 +17,24 @@ export function element(name, attributes = {}, ...children) {
     return made;
 }
 
+const narrow = matchMedia('(max-aspect-ratio: 3/4) and (max-width: 46rem)');
+
+// `changed()` is called when the board is turned.
+export function watchTurns(changed) {
+    narrow.addEventListener('change', changed);
+}
+
+export function isTurned() {
+    return narrow.matches;
+}
+
 export function center(space) {
-    return {x: (space.x + space.y / 2) * WIDTH, y: space.y * ROW};
+    return turned((space.x + space.y / 2) * WIDTH, space.y * ROW);
+}
+
+// A place or a step of the board that is not turned, in the picture.
+export function turned(x, y) {
+    return narrow.matches ? {x: -y, y: x} : {x, y};
 }
 
 // The corners of a space whose edge lies `inset` inside the full one, around 0, 0.
@@ -25,12 +42,14 @@ export function hexagon(inset) {
     const reach = SIDE - inset * 2 / Math.sqrt(3);
     const half = WIDTH / 2 - inset;
     return [[0, -reach], [half, -reach / 2], [half, reach / 2], [0, reach], [-half, reach / 2],
-            [-half, -reach / 2]].map(corner => corner.map(n => n.toFixed(2)).join()).join(' ');
+            [-half, -reach / 2]].map(([x, y]) => turned(x, y))
+        .map(({x, y}) => `${x.toFixed(2)},${y.toFixed(2)}`).join(' ');
 }
 
 // Whether a point lies in the space around `middle`.
 export function inHexagon(point, middle) {
-    const dx = Math.abs(point.x - middle.x);
-    const dy = Math.abs(point.y - middle.y);
+    const [across, down] = narrow.matches ? ['y', 'x'] : ['x', 'y'];
+    const dx = Math.abs(point[across] - middle[across]);
+    const dy = Math.abs(point[down] - middle[down]);
     return dx <= WIDTH / 2 && dy <= SIDE - dx / Math.sqrt(3);
 }

@@ -18,11 +18,14 @@ let ghost = null;
 let sent = 0;        // the timer that runs while a move is under way
 let playMove = null;
 let announce = null;
+let explain = null;
 
-// `play(move)` sends a move in notation, `say(text)` speaks to those who cannot see the board.
-export function startHand(play, say) {
+// `play(move)` sends a move in notation, `say(text)` speaks to those who cannot see the board, and
+// `tell(text)` shows why something cannot be done.
+export function startHand(play, say, tell) {
     playMove = play;
     announce = say;
+    explain = tell;
     board.addEventListener('pointerdown', pointerDown);
     board.addEventListener('pointermove', pointerMove);
     board.addEventListener('pointerup', pointerUp);
@@ -110,6 +113,8 @@ function activate(name) {
         putBack();
     } else if (sent === 0 && spaceOf(name)?.place) {
         play(name);
+    } else if (spaceOf(name)?.why) {
+        explain(`${name}: ${spaceOf(name).why}`);
     }
 }
 

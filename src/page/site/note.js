@@ -1,5 +1,5 @@
 // The note at the foot of the board: what matters now, with buttons for what can be done about it.
-// What is said stays for a while; an offer as long as it holds.
+// What is said stays for a while; all else as long as it holds.
 
 const NOTE_SECONDS = 8;
 
@@ -33,8 +33,14 @@ export function ask(text, yes, action) {
     say(text, false);
 }
 
-// Shows what a state offers, and ends what was to stay until then.
-export function showOffers(state) {
+// Shows how the game stands where that asks for something, and what a state offers; ends what was to
+// stay until then.
+export function showMatter(state) {
+    const {buttons} = state;
+    named('matter').textContent = matterOf(state);
+    named('pass').hidden = !buttons.pass;
+    named('continue').hidden = !buttons.continue;
+    named('again').hidden = named('lookback').hidden = !state.gameOver || !buttons.new;
     named('resume').hidden = !state.buttons.resume;
     named('resume').textContent = state.resume === null ? ''
         : `Go on with the game of move ${state.resume}`;
@@ -43,6 +49,37 @@ export function showOffers(state) {
         say('', false);
     }
     refresh();
+}
+
+function matterOf(state) {
+    if (state.watching && !state.connected) {
+        return 'Start a game with talurex -gui in a terminal, and it is shown here.';
+    }
+    if (state.state !== 'waiting') {
+        return '';
+    }
+    if (state.gameOver) {
+        return resultOf(state);
+    }
+    if (state.buttons.continue) {
+        return `Stopped at move ${state.move} of ${state.lastMove}`;
+    }
+    const person = state.settings.players === 2 ? state.status.replace('must pass', 'has no move')
+        : 'You have no move';
+    return state.mustPass ? person : '';
+}
+
+function resultOf({score, settings}) {
+    const [less, more] = [score.white, score.black].sort((a, b) => a - b);
+    if (less === more) {
+        return `A draw, ${more} to ${less}`;
+    }
+    const winner = score.white > score.black ? 'white' : 'black';
+    if (settings.players === 1) {
+        return settings.side === winner ? `You won, ${more} to ${less}`
+            : `You lost, ${less} to ${more}`;
+    }
+    return `${winner === 'white' ? 'White' : 'Black'} won, ${more} to ${less}`;
 }
 
 function say(text, untilState) {
@@ -55,6 +92,8 @@ function say(text, untilState) {
 
 function refresh() {
     named('accept').hidden = accept === null;
-    named('said').hidden = named('said').textContent === '';
+    for (const text of [named('said'), named('matter')]) {
+        text.hidden = text.textContent === '';
+    }
     named('note').hidden = [...named('note').children].every(part => part.hidden);
 }

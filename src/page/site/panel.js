@@ -1,11 +1,10 @@
 // All around the board: the line on top, the buttons, the settings, the text of the program and
 // the line to type in. What the program prints reaches the page as text and nothing else.
 
+import {LEVELS} from './levels.js';
 import {walk} from './looking.js';
-import {showNote, showOffers} from './note.js';
+import {showMatter, showNote} from './note.js';
 
-const LEVELS = [0, 250, 500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000, 500000,
-                1000000];
 const MOST_COLUMNS = 15;
 const MOST_ROWS = 9;
 const MOST_LOG = 200000;  // characters that are kept
@@ -24,6 +23,7 @@ let send = null;
 let shown = null;         // the last state
 let wanted = null;        // a button that had the focus when it was switched off
 let titleTimer = 0;
+let plies = -1;           // of the game, when the settings were folded or not
 let logLength = 0;
 let logAtEnd = true;      // people have not scrolled away from what is new
 const history = [];
@@ -34,7 +34,7 @@ export function startPanel(sendMessage, escape) {
     send = sendMessage;
     addOptions('columns', numbers(MOST_COLUMNS));
     addOptions('rows', numbers(MOST_ROWS));
-    addOptions('level', LEVELS);
+    named('level').append(...LEVELS.map(({level, word}) => new Option(`${word} (${level})`, level)));
     document.querySelectorAll('select').forEach(control => control.selectedIndex = -1);
     // These only tell the server their name, and where they were pressed.
     document.querySelectorAll('button[data-plain]').forEach(button =>
@@ -42,6 +42,9 @@ export function startPanel(sendMessage, escape) {
     named('boardsize').addEventListener('click', () =>
         send({line: `/boardsize ${named('columns').value} ${named('rows').value}`, stop: true}));
     rememberSwitch('autopass');
+    rememberSwitch('names');
+    named('again').addEventListener('click', () => named('new').click());
+    named('lookback').addEventListener('click', () => walk('back'));
     Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
         changeSetting(name)));
     named('line').addEventListener('submit', typed);
@@ -57,15 +60,12 @@ export function showPanel(state) {
     const nothing = state.watching && !state.connected;
     named('dot').className = nothing || state.gameOver ? '' : state.toMove;
     named('number').textContent = `Move ${state.move} of ${state.lastMove}`;
-    named('white').textContent = state.score.white;
-    named('black').textContent = state.score.black;
     named('number').hidden = nothing;
-    named('score').hidden = nothing;
     document.body.toggleAttribute('data-watching', Boolean(state.watching));
-    document.body.toggleAttribute('data-pass', Boolean(state.mustPass));
     showButtons(state.buttons);
     showSettings(state.settings);
-    showOffers(state);
+    showMatter(state);
+    foldSettings(state.lastMove);
     if (state.state === 'ended') {
         showNote(`Talurex has ended (status ${state.exitStatus}).\n${state.message ?? ''}`, true);
     }
@@ -122,12 +122,24 @@ function addOptions(name, values) {
     named(name).append(...values.map(value => new Option(value, value)));
 }
 
+// Settings are for the start of a game; while one is played they are out of the way.
+function foldSettings(lastMove) {
+    if ((lastMove === 0) !== (plies === 0)) {
+        named('settings').open = lastMove === 0;
+    }
+    plies = lastMove;
+}
+
 // A switch that is the page's own, and stands as it was left.
 function rememberSwitch(name) {
     const control = named(name);
     control.checked = localStorage.getItem(name) !== 'off';
-    control.addEventListener('change', () =>
-        localStorage.setItem(name, control.checked ? 'on' : 'off'));
+    const show = () => document.body.toggleAttribute(`data-${name}`, control.checked);
+    control.addEventListener('change', () => {
+        localStorage.setItem(name, control.checked ? 'on' : 'off');
+        show();
+    });
+    show();
 }
 
 function changeSetting(name) {

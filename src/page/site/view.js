@@ -1,7 +1,7 @@
 // The board on the page: one element for each space, with all that is known of it in its
 // attributes, the marks of moves, and the coordinates. The towers on it are drawn by towers.js.
 
-import {WIDTH, center, element, hexagon} from './geometry.js';
+import {WIDTH, center, element, hexagon, isTurned, turned} from './geometry.js';
 import {startTowers} from './towers.js';
 
 const board = document.getElementById('board');
@@ -19,7 +19,7 @@ export function spaceElement(name) {
 
 // Shows a state's spaces and its last and next move. The board is made anew when its size changes.
 export function showBoard(state) {
-    const shape = `${state.columns} ${state.rows}`;
+    const shape = `${state.columns} ${state.rows} ${isTurned()}`;
     if (shape !== size) {
         size = shape;
         build(state);
@@ -74,10 +74,18 @@ function spaceOf(space) {
         element('polygon', {class: 'ground', points: hexagon(0)}),
         element('polygon', {class: 'tile', points: hexagon(1)}),
         element('polygon', {class: 'mark', points: hexagon(4)}),
-        element('polygon', {class: 'focus', points: hexagon(1.5)}));
+        nameOf(space), element('polygon', {class: 'focus', points: hexagon(1.5)}));
 }
 
-function label(text, x, y) {
+// Faint, at the lower corner.
+function nameOf(space) {
+    const name = label(space.space, {x: 0, y: isTurned() ? 26 : 27});
+    name.setAttribute('class', 'name');
+    name.setAttribute('aria-hidden', 'true');
+    return name;
+}
+
+function label(text, {x, y}) {
     const made = element('text', {x, y, dy: '.355em'});
     made.textContent = text;
     return made;
@@ -86,25 +94,32 @@ function label(text, x, y) {
 // Row numbers stand left of each row.
 function rowLabels(all) {
     const first = all.filter((space, i) => i === 0 || space.y !== all[i - 1].y);
-    return first.map(space => label(space.space.slice(1), center(space).x - 50, center(space).y));
+    return first.map(space => label(space.space.slice(1), beside(space, -50, 0)));
 }
 
 // Letters stand at the foot of each column, where the column would go on.
 function columnLabels(all) {
     const lowest = new Map(all.map(space => [space.x, space]));
-    return [...lowest.values()].map(space =>
-        label(space.space[0], center(space).x + 24, center(space).y + 45));
+    return [...lowest.values()].map(space => label(space.space[0], beside(space, 24, 45)));
+}
+
+function beside(space, x, y) {
+    const [middle, step] = [center(space), turned(x, y)];
+    return {x: middle.x + step.x, y: middle.y + step.y};
 }
 
 function viewBox(all) {
     const xs = all.map(space => center(space).x);
     const ys = all.map(space => center(space).y);
-    const left = Math.min(...xs) - 64;
-    const top = Math.min(...ys) - 41;
-    const width = Math.max(...xs) + 44 - left;
-    const height = Math.max(...ys) + 62 - top;
-    const moreWidth = Math.max(0, LEAST_WIDTH - width);
-    const moreHeight = Math.max(0, LEAST_HEIGHT - height);
+    const [before, above, behind, below] = isTurned() ? [62, 64, 44, 44] : [64, 41, 44, 62];
+    const left = Math.min(...xs) - before;
+    const top = Math.min(...ys) - above;
+    const width = Math.max(...xs) + behind - left;
+    const height = Math.max(...ys) + below - top;
+    const [leastWidth, leastHeight] = isTurned() ? [LEAST_HEIGHT, LEAST_WIDTH]
+        : [LEAST_WIDTH, LEAST_HEIGHT];
+    const moreWidth = Math.max(0, leastWidth - width);
+    const moreHeight = Math.max(0, leastHeight - height);
     return [left - moreWidth / 2, top - moreHeight / 2, width + moreWidth,
             height + moreHeight].join(' ');
 }
