@@ -21,7 +21,7 @@ constexpr auto PARTING_TIME = std::chrono::seconds(10);
 constexpr auto IDLE_TIME = std::chrono::seconds(30);
 constexpr std::size_t MAX_PAGES = 32;
 constexpr std::size_t MAX_TOKEN_LENGTH = 4096;      // with what is round it
-constexpr std::size_t MAX_MESSAGE_LENGTH = 524288;  // a saved game, whose characters may be escaped
+constexpr std::size_t MAX_MESSAGE_LENGTH = 262144;  // a saved game, whose characters may be escaped
 constexpr std::size_t MAX_WAITING = 1048576;        // bytes for one page
 
 }  // namespace

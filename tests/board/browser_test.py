@@ -208,7 +208,13 @@ def walk(page, terminal):
     follow(page, terminal, "/redraw")
 
 
+def unfold(page):
+    """Settings fold away when stones are on the board."""
+    page.js("document.querySelector('#settings').open = true")
+
+
 def resize(page, terminal, columns, rows):
+    unfold(page)
     for name, number in [("columns", columns), ("rows", rows)]:
         page.click(f"#{name} option[value='{number}']")
     press(page, terminal, "#boardsize", "/stop", f"/boardsize {columns} {rows}")
@@ -256,6 +262,7 @@ def bring(page, terminal, folders):
 
 def hurry(page, terminal):
     """A computer that would think for hours moves when it is told to; two of them also stop."""
+    unfold(page)
     page.click("#randomsetup option[value='1']")
     press(page, terminal, "#new", "/randomsetup 1", "/stop", "/new")
     page.click("#players option[value='1']")
@@ -265,6 +272,7 @@ def hurry(page, terminal):
     page.wait(THINKING, "Move 1 of 1")
     page.click("#movenow")
     page.wait(SETTLED, "Move 2 of 2")
+    unfold(page)
     page.click("#players option[value='0']")
     # Before it thinks, Talurex does not listen: press until it has.
     page.wait(f"(document.querySelector('#movenow').click(), {SETTLED})", "Move 3 of 3")
@@ -347,9 +355,11 @@ def main(board_program, program):
             page.go("about:blank")
             page.go(address[1])
             follow(page, terminal, "/redraw")
+            page.click("#closerules")
             page.click("#autopass")
             play(page, terminal, [with_clicks, with_clicks, with_drags])
             walk(page, terminal)
+            unfold(page)
             page.click("#autopass")
             resize(page, terminal, 5, 3)
             play(page, terminal, [with_keys])

@@ -86,7 +86,7 @@ function takeState(state) {
     if (state.state === 'ended') {
         expectEnd();
     } else if (!state.watching) {
-        showRulesOnce();
+        showRulesOnce(state.lastMove);
     }
     return before === null ? '' : saidOf(before, state, stepped);
 }

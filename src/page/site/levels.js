@@ -7,7 +7,7 @@ export const LEVELS = [
     {level: 700, word: 'Fair'},
     {level: 1500, word: 'Strong'},
     {level: 5000, word: 'Very strong'},
-    {level: 100000, word: 'As strong as it gets'},
+    {level: 500000, word: 'As strong as it gets'},
 ];
 
 // The word for a level, or its number.

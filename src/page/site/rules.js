@@ -25,17 +25,23 @@ export function startRules() {
     }));
     document.getElementById('rules').addEventListener('click', open);
     document.getElementById('closerules').addEventListener('click', () => dialog.close());
+    dialog.addEventListener('close', () => localStorage.setItem('rules', 'seen'));
 }
 
-// Opens by itself for whoever has not seen it.
-export function showRulesOnce() {
-    if (localStorage.getItem('rules') === null) {
+// Stands at the top of the panel for whoever has not seen it, until the first ply.
+export function showRulesOnce(lastMove) {
+    if (localStorage.getItem('rules') === null && lastMove === 0) {
+        dialog.show();
+    } else if (dialog.open && !dialog.matches(':modal')) {
+        dialog.close();
+    }
+    if (lastMove > 0) {
         localStorage.setItem('rules', 'seen');
-        open();
     }
 }
 
 function open() {
+    dialog.close();
     dialog.showModal();
     dialog.scrollTop = 0;
 }
