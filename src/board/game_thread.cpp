@@ -1,5 +1,6 @@
 #include "board/game_thread.h"
 
+#include <chrono>
 #include <csignal>
 #include <exception>
 #include <optional>
@@ -36,11 +37,21 @@ std::optional<PageRequest> AwaitLine(GameThread& game) {
     return line;
 }
 
+// Gives people who only look the time to do so, unless somebody asks for something.
+void PauseBeforeTurn(GameThread& game) {
+    std::unique_lock lock(game.Mutex);
+    game.Changed.wait_for(lock, std::chrono::milliseconds(game.Pause),
+                          [&] { return game.IsEnding || IsRequested(HURRY_REQUESTS); });
+}
+
 // Plays until the game is quit or its end is asked for. Answers whether it was quit.
 bool Play(GameThread& game) {
     BeginPageGame(game.Page);
     while (!IsRequested(END_REQUESTS)) {
         if (HasComputerTurn(game.Page)) {
+            if (GlobCfg.NumHumanPlayers == 0) {
+                PauseBeforeTurn(game);
+            }
             PlayPageTurn(game.Page);
         } else if (const std::optional<PageRequest> line = AwaitLine(game)) {
             CarryOut(game.Page, *line);
@@ -92,6 +103,10 @@ std::string AskGame(GameThread& game, const PageRequest& request) {
     const std::lock_guard lock(game.Mutex);
     if (game.IsEnding || game.HasEnded) {
         return "Talurex has ended.";
+    }
+    if (request.Kind == RequestKind::Pause) {
+        game.Pause = request.Number;
+        return "";
     }
     std::string refusal = TakeRequest(game.Queue, request);
     game.Changed.notify_one();

@@ -20,6 +20,7 @@ struct GameThread {
     std::condition_variable Changed;
     LineQueue Queue;
     PageNews News;  // that were not taken yet
+    int Pause = 0;  // milliseconds before each turn of a game without people
     bool IsEnding = false;
     bool HasEnded = false;
     int ExitStatus = 0;

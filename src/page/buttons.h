@@ -16,6 +16,7 @@ enum ButtonNeed : unsigned {
     NEED_STOPPED = 8,     // the game is stopped
     NEED_PASS = 16,       // the side to move has no move
     NEED_OPEN = 32,       // the shown position is not the end
+    NEED_SETUP = 256,     // stones are to be placed
     NEED_FOUND = 64,      // a game is offered that was found at the start
     NEED_REPLACED = 128,  // one that was replaced
 };
@@ -30,6 +31,7 @@ struct PageButton {
 inline constexpr std::array PAGE_BUTTONS = {
     PageButton{"new", RequestKind::Replace, "/new", NEED_NOTHING},
     PageButton{"undo", RequestKind::Undo, "", NEED_CHOICE},
+    PageButton{"fill", RequestKind::Fill, "", NEED_LINE | NEED_SETUP},
     PageButton{"continue", RequestKind::Line, "/start", NEED_LINE | NEED_STOPPED | NEED_OPEN},
     PageButton{"pass", RequestKind::Move, "pass", NEED_LINE | NEED_PASS},
     PageButton{"evaluate", RequestKind::Line, "/evaluate", NEED_LINE | NEED_OPEN},

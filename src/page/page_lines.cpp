@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <random>
+#include <vector>
 
 #include "config/glob_cfg.h"
 #include "control/file_commands.h"
 #include "gamefiles/stored_games.h"
 #include "page/page_state.h"
+#include "rules/notation.h"
 #include "rules/referee.h"
 #include "support/file_replace.h"
 #include "support/files.h"
@@ -35,6 +38,32 @@ void Undo(PageGame& game) {
     if (distance > 0) {
         GoBack(game, distance, true);
         TypePageLine(game, "/start");
+    }
+}
+
+// Places what is left to be placed, without a draw from the program's own generator.
+void FillRest(PageGame& game) {
+    const PlayState& play = game.Game.Play;
+    const int people = GlobCfg.NumHumanPlayers;
+    if (people != 2) {
+        TypePageLine(game, "/players 2");
+    }
+    std::mt19937 random(std::random_device{}());
+    bool isPlaced = true;
+    while (isPlaced && ShownPosition(play).SetupPhase != 0 && !IsEndPosition(ShownPosition(play))) {
+        std::vector<Place> empty;
+        for (int y = 0; y < GlobCfg.BoardYDim; ++y) {
+            for (int x = 0; x < GlobCfg.BoardXDim; ++x) {
+                if (IsOnBoard(x, y) && ShownPosition(play).Spaces[x][y].Owner == EMPTY) {
+                    empty.push_back({x, y});
+                }
+            }
+        }
+        const std::string text = SpaceText(empty[random() % empty.size()]);
+        isPlaced = TypePageLine(game, GlobCfg.GameRunFlag == 1 ? text : "/move " + text);
+    }
+    if (people != 2) {
+        TypePageLine(game, "/players " + std::to_string(people));
     }
 }
 
@@ -193,6 +222,7 @@ void CarryOut(PageGame& game, const PageRequest& request) {
         TypePageLine(game, GlobCfg.GameRunFlag == 1 ? request.Text : "/move " + request.Text);
         break;
     case RequestKind::Undo: Undo(game); break;
+    case RequestKind::Fill: FillRest(game); break;
     case RequestKind::FromHere: PlayFrom(game, request.Number); break;
     case RequestKind::GoOn: GoOnWithOffer(game); break;
     case RequestKind::Load:

@@ -38,10 +38,13 @@ bool IsTrue(const json& message, const char* name) {
     return member != message.end() && member->is_boolean() && member->get<bool>();
 }
 
-int NumberMember(const json& message, const char* name) {
+// A whole number below a limit; -1 when there is none.
+int NumberMember(const json& message, const char* name, int limit = GAME_RECORD_SIZE) {
     const auto member = message.find(name);
     const bool isNumber = member != message.end() && member->is_number_unsigned();
-    return isNumber && member->get<std::uint64_t>() < GAME_RECORD_SIZE ? member->get<int>() : -1;
+    return isNumber && member->get<std::uint64_t>() < static_cast<std::uint64_t>(limit)
+               ? member->get<int>()
+               : -1;
 }
 
 PageRequest ButtonRequest(std::string_view name, int number) {
@@ -100,6 +103,7 @@ bool IsUrgent(RequestKind kind) {
     switch (kind) {
     case RequestKind::Replace:
     case RequestKind::Undo:
+    case RequestKind::Fill:
     case RequestKind::FromHere:
     case RequestKind::GoOn:
     case RequestKind::Load:
@@ -126,6 +130,10 @@ PageRequest ReadPageRequest(std::string_view text) {
     }
     if (message.contains("button")) {
         return ButtonRequest(TextMember(message, "button"), NumberMember(message, "ply"));
+    }
+    constexpr int MAX_PAUSE = 10001;
+    if (const int pause = NumberMember(message, "pause", MAX_PAUSE); pause >= 0) {
+        return {.Kind = RequestKind::Pause, .Number = pause};
     }
     return NamedRequest(message);
 }

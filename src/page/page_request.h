@@ -13,6 +13,7 @@ enum class RequestKind {
     Move,      // a placement or a tower move: by the move command while the game is stopped
     MoveNow,   // hurry the computer
     Undo,      // to one's own last choice
+    Fill,      // place the rest of the stones at random
     FromHere,  // play on from position `Number`
     GoOn,      // with the game that is offered: one that was replaced, or found at the start
     Load,      // the saved game `Text`
@@ -20,6 +21,7 @@ enum class RequestKind {
     Open,      // put `Content` among the saved games as `Text`, likewise, and load it
     List,      // tell which saved games there are
     Download,  // the text of the game
+    Pause,     // wait `Number` milliseconds before each turn of a game without people
 };
 
 struct PageRequest {

@@ -167,6 +167,7 @@ unsigned NeedsMet(const PageView& view, const Choices& choices) {
     add(!view.Running, NEED_STOPPED);
     add(choices.MustPass, NEED_PASS);
     add(!choices.Over, NEED_OPEN);
+    add(view.Shown.SetupPhase != 0, NEED_SETUP);
     add(view.FoundMove >= 0, NEED_FOUND);
     add(view.CanTakeBack, NEED_REPLACED);
     return met;

@@ -8,8 +8,8 @@ import {giveUp, handState, putBack, startHand} from './hand.js';
 import {connect, expectEnd, send} from './link.js';
 import {forgetPlies, isLooking, lookAt, startLooking, viewOf} from './looking.js';
 import {listPlies, markPly, startMoves} from './moves.js';
-import {showNote, startNote} from './note.js';
-import {announce, showLog, showLost, showPanel, startPanel} from './panel.js';
+import {matter, showNote, startNote} from './note.js';
+import {announce, sendPause, showLog, showLost, showPanel, startPanel} from './panel.js';
 import {keepPlies, ply, pliesBetween, spacesBehind, stepOf} from './plies.js';
 import {showRulesOnce, startRules} from './rules.js';
 import {showTowers} from './towers.js';
@@ -31,6 +31,7 @@ const ANSWERS = {
 
 let shown = null;   // the last state; null before the first one of a connection
 let heard = [];     // messages that are not looked at yet
+let saidMatter = '';  // of the last state
 let passTimer = 0;
 
 // What arrives together is looked at together. A message channel, and not a timer, because timers
@@ -61,7 +62,9 @@ function takeGame(messages) {
             said.push(takeState(message));
         }
     }
-    announce(said.filter(Boolean).join('. '));
+    const words = matter(shown);
+    announce([...said, words === saidMatter ? '' : words].filter(Boolean).join('. '));
+    saidMatter = words;
 }
 
 // Answers what is to be said of it.
@@ -86,6 +89,9 @@ function takeState(state) {
     if (state.state === 'ended') {
         expectEnd();
     } else if (!state.watching) {
+        if (before === null) {
+            sendPause();
+        }
         showRulesOnce(state.lastMove);
     }
     return before === null ? '' : saidOf(before, state, stepped);

@@ -19,6 +19,7 @@ let sent = 0;        // the timer that runs while a move is under way
 let playMove = null;
 let announce = null;
 let explain = null;
+let usesKeys = false;  // the focus was brought to where it is by the keyboard
 
 // `play(move)` sends a move in notation, `say(text)` speaks to those who cannot see the board, and
 // `tell(text)` shows why something cannot be done.
@@ -36,6 +37,8 @@ export function startHand(play, say, tell) {
     board.addEventListener('focusin', event => hover(nameOf(event.target)));
     board.addEventListener('focusout', () => hover(null));
     board.addEventListener('keydown', keyDown);
+    document.addEventListener('keydown', event => usesKeys ||= event.key === 'Tab', true);
+    document.addEventListener('pointerdown', () => usesKeys = false, true);
     // Assistive technology clicks without a pointer.
     board.addEventListener('click', event => event.detail === 0 && activate(nameOf(event.target)));
 }
@@ -266,8 +269,29 @@ function release() {
     over(null);
 }
 
+const STEPS = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1]};
+
+// The space next to one in a direction of the picture.
+function nextSpace(name, [right, down]) {
+    const from = center(spaceOf(name));
+    let [best, least] = [null, Infinity];
+    for (const space of state.spaces) {
+        const {x, y} = center(space);
+        const along = (x - from.x) * right + (y - from.y) * down;
+        const aside = Math.abs((x - from.x) * down) + Math.abs((y - from.y) * right);
+        if (along > aside / 2 && along + aside < least) {
+            [best, least] = [space.space, along + aside];
+        }
+    }
+    return best;
+}
+
 function keyDown(event) {
-    if ((event.key === 'Enter' || event.key === ' ') && nameOf(event.target)) {
+    const name = nameOf(event.target);
+    if (usesKeys && name && event.key in STEPS) {
+        event.preventDefault();
+        spaceElement(nextSpace(name, STEPS[event.key]) ?? name).focus();
+    } else if ((event.key === 'Enter' || event.key === ' ') && nameOf(event.target)) {
         event.preventDefault();
         if (!event.repeat) {
             activate(nameOf(event.target));

@@ -40,6 +40,7 @@ export function showMatter(state) {
     named('matter').textContent = matterOf(state);
     named('pass').hidden = !buttons.pass;
     named('continue').hidden = !buttons.continue;
+    named('fill').hidden = !buttons.fill;
     named('again').hidden = named('lookback').hidden = !state.gameOver || !buttons.new;
     named('resume').hidden = !state.buttons.resume;
     named('resume').textContent = state.resume === null ? ''
@@ -49,6 +50,11 @@ export function showMatter(state) {
         say('', false);
     }
     refresh();
+}
+
+// What is to be said aloud of a state: that somebody must pass, or the result.
+export function matter(state) {
+    return state !== null && (state.mustPass || state.gameOver) ? matterOf(state) : '';
 }
 
 function matterOf(state) {

@@ -35,7 +35,8 @@ export function startPanel(sendMessage, escape) {
     addOptions('columns', numbers(MOST_COLUMNS));
     addOptions('rows', numbers(MOST_ROWS));
     named('level').append(...LEVELS.map(({level, word}) => new Option(`${word} (${level})`, level)));
-    document.querySelectorAll('select').forEach(control => control.selectedIndex = -1);
+    document.querySelectorAll('select[data-setting]').forEach(control =>
+        control.selectedIndex = -1);
     // These only tell the server their name, and where they were pressed.
     document.querySelectorAll('button[data-plain]').forEach(button =>
         button.addEventListener('click', () => send({button: button.id, ply: shown.move})));
@@ -43,6 +44,11 @@ export function startPanel(sendMessage, escape) {
         send({line: `/boardsize ${named('columns').value} ${named('rows').value}`, stop: true}));
     rememberSwitch('autopass');
     rememberSwitch('names');
+    named('pause').value = localStorage.getItem('pause') ?? '0';
+    named('pause').addEventListener('change', () => {
+        localStorage.setItem('pause', named('pause').value);
+        sendPause();
+    });
     named('again').addEventListener('click', () => named('new').click());
     named('lookback').addEventListener('click', () => walk('back'));
     Object.keys(COMMANDS).forEach(name => named(name).addEventListener('change', () =>
@@ -50,6 +56,7 @@ export function startPanel(sendMessage, escape) {
     named('line').addEventListener('submit', typed);
     log.addEventListener('scroll', () =>
         logAtEnd = log.scrollHeight - log.scrollTop - log.clientHeight < 40);
+    new ResizeObserver(showLogEnd).observe(log);
     document.addEventListener('keydown', event => keyDown(event, escape));
 }
 
@@ -73,14 +80,14 @@ export function showPanel(state) {
 
 // The connection is lost; with `refused`, for good.
 export function showLost(refused) {
-    const text = refused ? 'This is not the address that the board printed'
+    const text = refused ? 'This is not the address of the board'
                          : 'No connection to the board, trying again';
     named('status').textContent = text;
     showTitle(text);
     showButtons({});
     if (refused) {
-        showNote('Open the address that talurex-board printed when it was started: ' +
-                 'its last part lets you in, and it is another one at each start.', true);
+        showNote('The board has a new address. Open the one that talurex-board printed when it was ' +
+                 'started: its last part lets you in, and it is another one at each start.', true);
     }
 }
 
@@ -109,8 +116,13 @@ export function showLog(text, reset) {
         log.textContent = log.textContent.slice(-MOST_LOG);
         logLength = MOST_LOG;
     }
-    if (logAtEnd || reset) {
-        requestAnimationFrame(() => log.scrollTop = log.scrollHeight);
+    logAtEnd = logAtEnd || reset;
+    requestAnimationFrame(showLogEnd);
+}
+
+function showLogEnd() {
+    if (logAtEnd) {
+        log.scrollTop = log.scrollHeight;
     }
 }
 
@@ -128,6 +140,10 @@ function foldSettings(lastMove) {
         named('settings').open = lastMove === 0;
     }
     plies = lastMove;
+}
+
+export function sendPause() {
+    send({pause: Number(named('pause').value)});
 }
 
 // A switch that is the page's own, and stands as it was left.
@@ -212,7 +228,7 @@ function recall(step) {
 }
 
 function keyDown(event, escape) {
-    if (event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
+    if (event.defaultPrevented || event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
         return;
     }
     const field = event.target.closest?.('input, select, textarea, dialog');
