@@ -1,12 +1,15 @@
-"""A headless Chromium driven through chromedriver: WebDriver is JSON over HTTP."""
+"""A browser driven through its driver, a headless Chromium or WebKitGTK: WebDriver is JSON over
+HTTP."""
 
 import base64
+import glob
 import json
 import os
 import re
 import select
 import shutil
 import signal
+import socket
 import subprocess
 import time
 import urllib.request
@@ -21,10 +24,18 @@ KEYS = {"Tab": "\ue004", "Enter": "\ue007", "Escape": "\ue00c", "End": "\ue010",
 
 
 def find_browser():
-    """The browser and its driver, or None."""
+    """Chromium and its driver, or None."""
     browser = shutil.which("chromium") or shutil.which("google-chrome")
     driver = shutil.which("chromedriver")
     return (browser, driver) if browser and driver else None
+
+
+def find_webkit():
+    """The small browser of WebKitGTK and its driver, or None. It needs a screen, real or not."""
+    found = glob.glob("/usr/lib*/**/webkit2gtk-*/MiniBrowser", recursive=True)
+    driver = shutil.which("WebKitWebDriver")
+    screen = "DISPLAY" in os.environ or shutil.which("Xvfb")
+    return (found[0], driver) if found and driver and screen else None
 
 
 class Browser:
@@ -32,20 +43,46 @@ class Browser:
 
     def __init__(self, found, folder, size=(1280, 800)):
         browser, driver = found
-        # In a session of its own, so that all of it can be ended at once.
-        self.driver = subprocess.Popen([driver, "--port=0"], stdout=subprocess.PIPE,
-                                       stderr=subprocess.DEVNULL, start_new_session=True)
-        port = self.read_port(time.time() + START_PATIENCE)
-        flags = [*FLAGS, f"--user-data-dir={folder}", "--window-size=%d,%d" % size]
-        flags += ["--no-sandbox"] if os.geteuid() == 0 else []
+        self.processes = []
+        if os.path.basename(driver) == "WebKitWebDriver":
+            port, wishes = self.start_webkit(browser, driver)
+        else:
+            self.start(driver, "--port=0")
+            port = self.read_port(time.time() + START_PATIENCE)
+            flags = [*FLAGS, f"--user-data-dir={folder}", "--window-size=%d,%d" % size]
+            flags += ["--no-sandbox"] if os.geteuid() == 0 else []
+            wishes = {"goog:chromeOptions": {"binary": browser, "args": flags},
+                      "goog:loggingPrefs": {"browser": "ALL"}}
         self.root = f"http://127.0.0.1:{port}/session"
         try:
-            self.root += "/" + self.call("POST", "", {"capabilities": {"alwaysMatch": {
-                "goog:chromeOptions": {"binary": browser, "args": flags},
-                "goog:loggingPrefs": {"browser": "ALL"}}}}, START_PATIENCE)["sessionId"]
+            self.root += "/" + self.call("POST", "", {"capabilities": {"alwaysMatch": wishes}},
+                                         START_PATIENCE)["sessionId"]
         except (AssertionError, OSError) as error:
             self.end()
             raise SystemExit(f"{browser} cannot be started: {error}") from None
+
+    def start(self, *command, **options):
+        """In a session of its own, so that all of it can be ended at once."""
+        self.driver = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                       start_new_session=True, **options)
+        self.processes.append(self.driver)
+
+    def start_webkit(self, browser, driver):
+        environment = dict(os.environ)
+        if "DISPLAY" not in environment:
+            self.start("Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24")
+            environment["DISPLAY"] = ":" + self.driver.stdout.readline().decode().strip()
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            port = listener.getsockname()[1]
+        self.start(driver, f"--port={port}", env=environment)
+        deadline = time.time() + START_PATIENCE
+        while time.time() < deadline:
+            try:
+                socket.create_connection(("127.0.0.1", port)).close()
+                break
+            except ConnectionRefusedError:
+                time.sleep(0.05)
+        return port, {"webkitgtk:browserOptions": {"binary": browser, "args": ["--automation"]}}
 
     def read_port(self, deadline):
         """The port that the driver says it listens on."""
@@ -61,11 +98,12 @@ class Browser:
         return found[1]
 
     def end(self):
-        try:
-            os.killpg(self.driver.pid, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
-        self.driver.wait()
+        for process in reversed(self.processes):
+            try:
+                os.killpg(process.pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+            process.wait()
 
     def call(self, method, path, body=None, patience=60):
         data = None if method != "POST" else json.dumps(body or {}).encode()
