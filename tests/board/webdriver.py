@@ -32,7 +32,8 @@ def find_browser():
 
 def find_webkit():
     """The small browser of WebKitGTK and its driver, or None. It needs a screen, real or not."""
-    found = glob.glob("/usr/lib*/**/webkit2gtk-*/MiniBrowser", recursive=True)
+    found = [path for folder in ("lib", "lib/*", "lib64", "libexec")
+             for path in glob.glob(f"/usr/{folder}/webkit2gtk-*/MiniBrowser")]
     driver = shutil.which("WebKitWebDriver")
     screen = "DISPLAY" in os.environ or shutil.which("Xvfb")
     return (found[0], driver) if found and driver and screen else None
