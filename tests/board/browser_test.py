@@ -280,6 +280,27 @@ def hurry(page, terminal):
     assert page.js(TEXT, "#movenow") == "Stop"
 
 
+def explore(page, terminal):
+    """What the page tells of a game that is being set up and played, and what it hides."""
+    sides = "['top', 'bottom'].map(id => document.getElementById(id).dataset.side)"
+    assert page.js(sides) == ["black", "white"] and page.js(
+        "document.querySelector('#bottom').hasAttribute('data-active')")
+    page.click("#rules")
+    assert page.js("document.querySelectorAll('#rulesbook:modal li svg').length") == 5
+    page.click("#closerules")
+    tab_to(page, "C2")
+    page.keys("Right")
+    assert page.js(FOCUS) == "D2", page.js(FOCUS)
+    page.js("document.activeElement.blur()")
+    page.click("#fill")
+    page.wait("document.querySelector('#number').textContent === 'Move 26 of 26'")
+    typed = re.findall(r"Move \(\d+/\d+\), your move: ([A-G][1-4])\n", page.js(TEXT, "#log"))[-26:]
+    follow(page, terminal, *typed)
+    assert not page.js("document.querySelector('#settings').open")
+    page.tap(tile(page.js(NAMES, "[data-owner=black]")[0]))
+    page.wait(f"{TEXT}.endsWith(\"This tower is Black's.\")", "#said")
+
+
 def start(program, folder):
     """A board in the folder, and the address that it tells."""
     board = subprocess.Popen([program, "--no-open"], cwd=folder, text=True,
@@ -368,6 +389,8 @@ def main(board_program, program):
             resize(page, terminal, 15, 9)
             resize(page, terminal, 1, 1)
             resize(page, terminal, 7, 4)
+            explore(page, terminal)
+            press(page, terminal, "#new", "/stop", "/new")
             board = survive(page, terminal, board, board_program, folders[0])
             hurry(page, terminal)
             finish(page, board)

@@ -24,8 +24,8 @@ function showBar(bar, side, state) {
     count.textContent = state.score[side];
 }
 
-function isPerson(side, {settings, watching}) {
-    return !watching && (settings.players === 2 || (settings.players === 1 && settings.side === side));
+function isPerson(side, {settings: {players, side: own}, watching}) {
+    return !watching && (players === 2 || (players === 1 && own === side));
 }
 
 function nameOf(side, state) {

@@ -1,5 +1,5 @@
-// Saved games: those of the program's folder to choose from, files of the person's own, and the game
-// that is played as a file.
+// Saved games: those of the program's folder to choose from, files of the person's own, and the
+// present game as a file.
 
 import {ask, showNote} from './note.js';
 

@@ -1,6 +1,5 @@
 // Where spaces lie in the picture, and how its elements are made. Each row stands half a space
-// further right than the one above, as on the terminal. On a narrow window the board is turned by 90
-// degrees: the first column is then on top, and the last row on the left.
+// further right than the one above. On a telephone the board is turned: the first column is on top.
 
 export const WIDTH = 64;            // of a space; everything else is measured by it
 const ROW = 55.4;            // from row to row

@@ -33,8 +33,7 @@ export function ask(text, yes, action) {
     say(text, false);
 }
 
-// Shows how the game stands where that asks for something, and what a state offers; ends what was to
-// stay until then.
+// Shows how the game stands where that asks for something, and what a state offers.
 export function showMatter(state) {
     const {buttons} = state;
     named('matter').textContent = matterOf(state);

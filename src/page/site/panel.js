@@ -5,9 +5,8 @@ import {LEVELS} from './levels.js';
 import {walk} from './looking.js';
 import {showMatter, showNote} from './note.js';
 
-const MOST_COLUMNS = 15;
-const MOST_ROWS = 9;
-const MOST_LOG = 200000;  // characters that are kept
+const [MOST_COLUMNS, MOST_ROWS] = [15, 9];
+const MOST_LOG = 200000;  // characters
 const QUIET = 150;        // milliseconds
 
 // Settings and the commands that change them.
@@ -34,7 +33,8 @@ export function startPanel(sendMessage, escape) {
     send = sendMessage;
     addOptions('columns', numbers(MOST_COLUMNS));
     addOptions('rows', numbers(MOST_ROWS));
-    named('level').append(...LEVELS.map(({level, word}) => new Option(`${word} (${level})`, level)));
+    named('level').append(...LEVELS.map(({level, word}) =>
+        new Option(`${word} (${level})`, level)));
     document.querySelectorAll('select[data-setting]').forEach(control =>
         control.selectedIndex = -1);
     // These only tell the server their name, and where they were pressed.
@@ -42,6 +42,10 @@ export function startPanel(sendMessage, escape) {
         button.addEventListener('click', () => send({button: button.id, ply: shown.move})));
     named('boardsize').addEventListener('click', () =>
         send({line: `/boardsize ${named('columns').value} ${named('rows').value}`, stop: true}));
+    named('evaluate').addEventListener('click', () => {
+        named('text').open = true;
+        log.scrollIntoView({block: 'nearest'});  // where the answer comes
+    });
     rememberSwitch('autopass');
     rememberSwitch('names');
     named('pause').value = localStorage.getItem('pause') ?? '0';
@@ -86,8 +90,8 @@ export function showLost(refused) {
     showTitle(text);
     showButtons({});
     if (refused) {
-        showNote('The board has a new address. Open the one that talurex-board printed when it was ' +
-                 'started: its last part lets you in, and it is another one at each start.', true);
+        showNote('The board has a new address. Open the one that talurex-board printed when it ' +
+                 'was started: its last part lets you in, and is another one each time.', true);
     }
 }
 
@@ -136,7 +140,7 @@ function addOptions(name, values) {
 
 // Settings are for the start of a game; while one is played they are out of the way.
 function foldSettings(lastMove) {
-    if ((lastMove === 0) !== (plies === 0)) {
+    if (plies < 0 || (lastMove === 0) !== (plies === 0)) {
         named('settings').open = lastMove === 0;
     }
     plies = lastMove;
@@ -228,7 +232,8 @@ function recall(step) {
 }
 
 function keyDown(event, escape) {
-    if (event.defaultPrevented || event.ctrlKey || event.metaKey || event.altKey || event.isComposing) {
+    if (event.defaultPrevented || event.isComposing ||
+        event.ctrlKey || event.metaKey || event.altKey) {
         return;
     }
     const field = event.target.closest?.('input, select, textarea, dialog');

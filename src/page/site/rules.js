@@ -6,8 +6,8 @@ import {towerPicture} from './towers.js';
 const STEPS = [
     ['First the board is filled, a stone a turn: the red life stones, then each one\u2019s own.',
      'l1 w1 b1 .'],
-    ['A tower moves as far as it is high, in a straight line, onto a space that is not empty. A tower ' +
-     'with neighbours on all six sides cannot move.', 'w2> b1 b1t .'],
+    ['A tower moves as far as it is high, in a straight line, onto a space that is not empty. ' +
+     'With neighbours on all six sides it cannot move.', 'w2> b1 b1t .'],
     ['It lands on top: whoever\u2019s stone lies on top owns the tower.', '. b1 w3 .'],
     ['What is not connected to a life stone leaves the board after each move.', 'l1 w2 . b1x'],
     ['Who cannot move passes. When neither can, the owner of more stones wins: all towers count ' +
