@@ -59,6 +59,9 @@ void FillRest(PageGame& game) {
                 }
             }
         }
+        if (empty.empty()) {
+            break;
+        }
         const std::string text = SpaceText(empty[random() % empty.size()]);
         isPlaced = TypePageLine(game, GlobCfg.GameRunFlag == 1 ? text : "/move " + text);
     }
